@@ -1,0 +1,5 @@
+#include "logging/LoggerExternal.h"
+
+void LoggerExternal::LogLine(const char*) {}
+
+void LoggerExternal::SetLogLevel(eOutputLevel) {}

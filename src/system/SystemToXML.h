@@ -1,0 +1,42 @@
+#pragma once
+
+#include <tinyxml2.h>
+
+#include <string>
+
+#include "system/AccessPointOption.h"
+#include "system/AntennaOption.h"
+#include "system/SystemRecords.h"
+
+// The XML form of the system records: the system file and the wire payload.
+// Writers append attributes and children to the given element.
+
+void ObjToXML(const e_Vector_* list, tinyxml2::XMLElement* parent, const char* name = nullptr);
+void ObjToXML(const e_Barrier_* barrier, tinyxml2::XMLElement* element);
+void ObjToXML(const e_Building_* building, tinyxml2::XMLElement* element);
+void ObjToXML(const e_Furniture_* furniture, tinyxml2::XMLElement* element);
+void ObjToXML(const e_AccessPoint_* accessPoint, tinyxml2::XMLElement* element);
+void ObjToXML(const e_ReceivedSignal_* signal, tinyxml2::XMLElement* element);
+void ObjToXML(const e_SamplePoint_* samplePoint, tinyxml2::XMLElement* element);
+void ObjToXML(const e_System_* system, tinyxml2::XMLElement* element);
+void ObjToXML(const AccessPointOption* option, tinyxml2::XMLElement* element);
+void ObjToXML(const AntennaOption* option, tinyxml2::XMLElement* element);
+
+// Readers fill `record` from `element`; `system` receives records that the element's
+// lists append. A null element or record writes a complaint to standard error and
+// gives false.
+bool ObjFromXML(e_System_* system, e_System_* record, const tinyxml2::XMLElement* element);
+bool ObjFromXML(AccessPointOption* option, const tinyxml2::XMLElement* element);
+bool ObjFromXML(AntennaOption* option, const tinyxml2::XMLElement* element);
+
+// A catalogue row as a whole XML text with root "AP" or "ANT", and back.
+bool ObjToString(const AccessPointOption* option, std::string& text);
+bool ObjToString(const AntennaOption* option, std::string& text);
+bool ObjFromString(AccessPointOption* option, const std::string& text);
+bool ObjFromString(AntennaOption* option, const std::string& text);
+
+bool FilehasSystem(const char* file);
+bool SystemFromFile(e_System_* system, const char* file);
+bool SystemToFile(const e_System_* system, const char* file);
+bool SystemToString(const e_System_* system, std::string& text);
+bool SystemToCSV(const e_System_* system, const char* file);
