@@ -33,6 +33,7 @@ bool LogToCSV::OpenNext() {
     file.clear();
     file.open(baseName + "_" + std::to_string(fileIndex) + ".csv", std::ios::out | std::ios::trunc);
     file << "logName,pId,procName,timeStamp,runTime,user,'message'\n";
+    file.flush();
     fileIndex++;
     lineCount = 0;
     return file.is_open();
