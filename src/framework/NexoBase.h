@@ -29,7 +29,7 @@ class NexoBase {
 
     // One unit of work: function(content) on a worker thread. Owns its content.
     struct ProcessTask {
-        ProcessTask(ContentBase* content, TaskFunction function);
+        ProcessTask(ContentBase* content = nullptr, TaskFunction function = nullptr);
         ProcessTask(const ProcessTask&) = delete;
         ProcessTask& operator=(const ProcessTask&) = delete;
         ~ProcessTask();

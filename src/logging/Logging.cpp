@@ -193,6 +193,9 @@ Logging& Logging::Render(const T& value) {
 Logging& Logging::operator<<(int value) { return Render(value); }
 Logging& Logging::operator<<(unsigned value) { return Render(value); }
 Logging& Logging::operator<<(unsigned long value) { return Render(value); }
+Logging& Logging::operator<<(long value) { return Render(value); }
+Logging& Logging::operator<<(long long value) { return Render(value); }
+Logging& Logging::operator<<(unsigned long long value) { return Render(value); }
 Logging& Logging::operator<<(double value) { return Render(value); }
 Logging& Logging::operator<<(long double value) { return Render(value); }
 Logging& Logging::operator<<(float value) { return Render(value); }

@@ -54,6 +54,9 @@ class Logging : public Lockable {
     Logging& operator<<(int value);
     Logging& operator<<(unsigned value);
     Logging& operator<<(unsigned long value);
+    Logging& operator<<(long value);
+    Logging& operator<<(long long value);
+    Logging& operator<<(unsigned long long value);
     Logging& operator<<(double value);
     Logging& operator<<(long double value);
     Logging& operator<<(float value);

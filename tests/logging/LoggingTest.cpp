@@ -65,8 +65,10 @@ TEST_F(LoggingTest, TextIsCutIntoLinesAtNewlines) {
     log << " more\nsecond\nthird";
     EXPECT_EQ(collector.Messages(), (Messages{"piece and 42 more", "second"}));
 
-    log << std::string("\n") << 2.5 << " " << 7u << " " << 8ul << "\n";
-    EXPECT_EQ(collector.Messages(), (Messages{"piece and 42 more", "second", "third", "2.5 7 8"}));
+    log << std::string("\n") << 2.5 << " " << 7u << " " << 8ul << " " << -9ll << " " << 0.5f
+        << "\n";
+    EXPECT_EQ(collector.Messages(),
+              (Messages{"piece and 42 more", "second", "third", "2.5 7 8 -9 0.5"}));
 }
 
 TEST_F(LoggingTest, LineCarriesItsFields) {

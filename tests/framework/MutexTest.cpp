@@ -1,0 +1,40 @@
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "framework/Mutex.h"
+
+namespace {
+
+// Whether another thread gets the lock (and gives it back at once if it did).
+bool OtherThreadLocks(Mutex& mutex) {
+    bool got = false;
+    std::thread other([&] {
+        got = mutex.Lock(true);
+        if (got) mutex.Unlock();
+    });
+    other.join();
+    return got;
+}
+
+}  // namespace
+
+TEST(Mutex, TimedLockFailsWhileAnotherThreadHolds) {
+    Mutex mutex;
+    Mutex copy = mutex;
+    ASSERT_TRUE(mutex.Lock(true));
+    EXPECT_TRUE(mutex.Lock(false));  // the owner may lock again
+    EXPECT_FALSE(OtherThreadLocks(mutex));
+    EXPECT_FALSE(OtherThreadLocks(copy));
+
+    bool strangerUnlocked = true;
+    std::thread stranger([&] { strangerUnlocked = mutex.Unlock(); });
+    stranger.join();
+    EXPECT_FALSE(strangerUnlocked);
+
+    EXPECT_TRUE(mutex.Unlock());
+    EXPECT_FALSE(OtherThreadLocks(mutex));
+    EXPECT_TRUE(mutex.Unlock());
+    EXPECT_TRUE(OtherThreadLocks(mutex));
+    EXPECT_FALSE(mutex.Unlock());
+}
