@@ -136,8 +136,12 @@ void NewPiece(e_Furniture_** piece, e_System_* system);
 void NewPiece(e_AccessPoint_** piece, e_System_* system);
 void NewPiece(e_SamplePoint_** piece, e_System_* system);
 
+// A calloc'ed copy of text, or null for null text (or when memory is out).
+char* CopyString(const char* text);
+
 void SetVecXYZ(e_Vector_* vector, double x, double y, double z);
 void SetVecLLH(e_Vector_* vector, double lon, double lat, double height);
+// Euclidean distance of the cartesian parts; -1 if either vector is missing.
 double pointDistance(const e_Vector_* a, const e_Vector_* b);
 
 // Release: each walks and frees a list with its strings and sublists.
@@ -148,7 +152,8 @@ void DeleteList(e_Furniture_* list);
 void DeleteList(e_AccessPoint_* list);
 void DeleteList(e_ReceivedSignal_* list);
 void DeleteList(e_SamplePoint_* list);
-// Does nothing for a null pointer or a held record; otherwise frees and nulls it.
+// Does nothing for a null pointer or a held record; otherwise frees the record with its
+// lists and its strings (osmFile and osmContent included) and nulls the pointer.
 void DeleteSystem(e_System_** system);
 
 // Debug dumps to the log.
