@@ -7,7 +7,7 @@
 // A recursive system mutex whose lock waits at most 10 milliseconds. Copies share one
 // mutex, which lives as long as the last object that holds it.
 class Mutex {
-  public:
+public:
     Mutex();
     virtual ~Mutex() = default;
 
@@ -17,7 +17,7 @@ class Mutex {
     // True when the calling thread held the lock and released it.
     bool Unlock();
 
-  private:
+private:
     struct Handle {
         pthread_mutex_t mutex;
         Handle();

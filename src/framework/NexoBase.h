@@ -15,13 +15,13 @@
 // min(processors, tasks) workers that claim tasks from it first come first served, and
 // joins them again.
 class NexoBase {
-  public:
+public:
     // Values for log(): anything else gives the status log.
     enum logType : int { logStatus = 0, logWarning = 1, logError = 2 };
 
     // Base of a task's input and output.
     class ContentBase {
-      public:
+    public:
         virtual ~ContentBase() = default;
     };
 
@@ -87,7 +87,7 @@ class NexoBase {
     static Logging errorLog_p;
     static std::string buildTimestamp;
 
-  private:
+private:
     static void AddThreads(int change);
 
     static std::atomic<int32_t> numProc;

@@ -20,7 +20,7 @@ enum eParallelSection : int {
 // constructor's flag makes every section available; otherwise a section is available
 // only when its own entry says so. Nothing is forced unless an entry says so.
 class ParallelSelect : public Lockable {
-  public:
+public:
     explicit ParallelSelect(bool allAvailable = true);
     ParallelSelect(const ParallelSelect& other) = default;
     // Copies both flags and both maps; afterwards both objects share other's lock.
@@ -32,7 +32,7 @@ class ParallelSelect : public Lockable {
     void SetAvailable(eParallelSection section, bool allowed);
     void SetForced(eParallelSection section, bool force);
 
-  private:
+private:
     // Expects the object's lock to be held.
     static bool Lookup(bool all, const std::map<eParallelSection, bool>& entries,
                        eParallelSection section);

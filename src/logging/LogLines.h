@@ -7,6 +7,6 @@
 
 // The finished lines that wait for the writers, behind their own lock.
 class LogLines : public Lockable {
-  public:
+public:
     std::vector<LogLine> lines;
 };

@@ -12,7 +12,7 @@
 // header, each later one maxLines. A file that cannot be opened is not reported: writes
 // to it are lost.
 class LogToCSV : public LogWriter, public Lockable {
-  public:
+public:
     static constexpr int defaultMaxLines = 50000;
 
     explicit LogToCSV(const char* base, int maxLines = defaultMaxLines);
@@ -23,7 +23,7 @@ class LogToCSV : public LogWriter, public Lockable {
     // Closes the current file, if any, and opens the next one with its header.
     bool OpenFile();
 
-  private:
+private:
     // Both expect the object's lock to be held.
     bool OpenNext();
     void WriteLine(const LogLine& line);

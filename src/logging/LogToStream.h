@@ -8,11 +8,11 @@
 // Writes each line to an output stream as "|" and the seven fields separated by "|",
 // with no line end of its own.
 class LogToStream : public LogWriter {
-  public:
+public:
     explicit LogToStream(std::ostream& stream);
 
     void Write(std::vector<LogLine>& lines) override;
 
-  private:
+private:
     std::ostream& stream;
 };

@@ -10,7 +10,7 @@
 // registered under it until it is destroyed, so a log can refer to writers by id and
 // find out whether one still exists.
 class LogWriter {
-  public:
+public:
     LogWriter();
     LogWriter(const LogWriter&) = delete;
     LogWriter& operator=(const LogWriter&) = delete;
@@ -25,7 +25,7 @@ class LogWriter {
     // Deletes every registered writer.
     static void ClearAll();
 
-  private:
+private:
     int id;
     static int nextId;
     static std::map<int, LogWriter*> writerMap;

@@ -18,7 +18,7 @@
 //
 // Lock order: the object's own lock, then that of the shared line list, then the writer's.
 class Logging : public Lockable {
-  public:
+public:
     // A null name gives the base name " ".
     explicit Logging(const char* name = nullptr);
     virtual ~Logging() = default;
@@ -76,7 +76,7 @@ class Logging : public Lockable {
     static uint32_t nowMSec();
     static std::string nowTime();
 
-  private:
+private:
     template <typename T>
     Logging& Render(const T& value);
     // Both expect the object's lock to be held.

@@ -61,7 +61,7 @@ enum eMsg : int {
 // destroying the message releases it through DeleteSystem (which leaves a held record
 // alone), and GetMsg(e_System_**) hands it over to the caller.
 class ClientServerMessage {
-  public:
+public:
     ClientServerMessage() = default;
     virtual ~ClientServerMessage();
     ClientServerMessage(const ClientServerMessage&) = delete;
@@ -103,7 +103,7 @@ class ClientServerMessage {
     void PrintString(int level, const std::string& prefix = "") const;
     void PrintStrings(int level, const std::string& prefix = "") const;
 
-  private:
+private:
     void ReleaseSystem();
     template <typename Option>
     void SetOptions(const std::vector<Option>& options);

@@ -1,1 +1,3 @@
-int main() { return 0; }
+#include "server/ServerProgram.h"
+
+int main(int argc, char** argv) { return ServerMain(argc, argv); }

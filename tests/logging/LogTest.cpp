@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "logging/Log.h"
-#include "logging/TempDir.h"
+#include "support/TempDir.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "logging/LogToCSV.h"
 #include "logging/Logging.h"
-#include "logging/TempDir.h"
+#include "support/TempDir.h"
 
 namespace {
 

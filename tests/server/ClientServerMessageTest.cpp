@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "server/ClientServerMessage.h"
-#include "server/LogCapture.h"
+#include "support/LogCapture.h"
 #include "system/SystemToXML.h"
 
 namespace {

@@ -9,8 +9,8 @@
 #include <thread>
 
 #include "server/ClientServerMessage.h"
-#include "server/LogCapture.h"
 #include "server/SocketIO.h"
+#include "support/LogCapture.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ const SendReport testReport{"first failed\n", "second failed\n", true};
 
 // A connected pair of stream sockets: what is written to one end is read from the other.
 class SocketPair : public ::testing::Test {
-  protected:
+protected:
     void SetUp() override { ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM, 0, ends), 0); }
     void TearDown() override {
         CloseWriter();

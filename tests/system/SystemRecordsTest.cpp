@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "system/LogCapture.h"
+#include "support/LogCapture.h"
 #include "system/SystemRecords.h"
 
 namespace {
@@ -271,7 +271,7 @@ TEST(SystemRecords, PrintDumpsVectorsBarriersAndBuildingsOnly) {
         Print(NewSamplePoint(system, "s"));
         Print(NewFurniture(system));
         Print(system);
-        EXPECT_EQ(capture.collected, "");
+        EXPECT_EQ(capture.Text(), "");
     }
     Release(system);
 }

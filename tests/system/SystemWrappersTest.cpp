@@ -6,7 +6,7 @@
 #include "system/AccessPoint_.h"
 #include "system/Barrier_.h"
 #include "system/Furniture_.h"
-#include "system/LogCapture.h"
+#include "support/LogCapture.h"
 #include "system/SamplePoint_.h"
 #include "system/System_.h"
 #include "system/Vector_.h"

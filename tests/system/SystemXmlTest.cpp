@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "system/LogCapture.h"
+#include "support/LogCapture.h"
 #include "system/SystemToXML.h"
-#include "system/TempDirectory.h"
+#include "support/TempDir.h"
 
 namespace {
 
@@ -112,13 +112,6 @@ SystemPtr ReadSystem(const std::string& text, bool* ok = nullptr) {
     return system;
 }
 
-std::string ReadFile(const std::string& file) {
-    std::ifstream in(file);
-    std::stringstream content;
-    content << in.rdbuf();
-    return content.str();
-}
-
 void WriteFile(const std::string& file, const std::string& content) {
     std::ofstream(file) << content;
 }
@@ -213,7 +206,7 @@ TEST(SystemXml, RichSystemSurvivesTextAndFileUnchanged) {
     withoutOsmFile.erase(withoutOsmFile.find(" osmFile=\"map.osm\""), 18);
     EXPECT_EQ(second, withoutOsmFile);
 
-    TempDirectory directory;
+    TempDir directory;
     std::string file = directory.File("system.xml");
     ASSERT_TRUE(SystemToFile(fromText.get(), file.c_str()));
     EXPECT_EQ(ReadFile(file), second);
@@ -360,7 +353,7 @@ TEST(SystemXml, MalformedInputFailsCleanly) {
               "ObjFromXML() failed - no root element to load from\n"
               "ObjFromXML() failed - obj == NULL\n");
 
-    TempDirectory directory;
+    TempDir directory;
     std::string notXml = directory.File("notxml.xml");
     std::string noRoot = directory.File("noroot.xml");
     std::string otherRoot = directory.File("other.xml");
@@ -391,7 +384,7 @@ TEST(SystemXml, MalformedInputFailsCleanly) {
 
 TEST(SystemXml, CsvListsEverySignalOfEverySamplePoint) {
     SystemPtr system(NewSystemIndoor(nullptr));
-    TempDirectory directory;
+    TempDir directory;
     std::string file = directory.File("points.csv");
     const std::string header =
         "sampleName, x, y, z, dist(tx0), expectedPower_dBm, receivedPower_dBm, "

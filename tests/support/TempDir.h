@@ -12,7 +12,7 @@
 // A fresh directory under the system's temporary directory, removed with its contents
 // when the object goes.
 class TempDir {
-  public:
+public:
     TempDir() {
         std::string pattern = (std::filesystem::temp_directory_path() / "fenwave-XXXXXX").string();
         std::vector<char> buffer(pattern.begin(), pattern.end());

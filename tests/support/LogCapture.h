@@ -7,7 +7,7 @@
 
 // Collects every piece written through Log while it lives, from any thread.
 class LogCapture : public LoggerExternal {
-  public:
+public:
     LogCapture() { Log::AddExternalLogger(this); }
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
@@ -30,7 +30,7 @@ class LogCapture : public LoggerExternal {
         collected.clear();
     }
 
-  private:
+private:
     std::mutex lock;
     std::string collected;
 };

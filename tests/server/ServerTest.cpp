@@ -1,0 +1,298 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "server/ClientServerMessage.h"
+#include "support/RawClient.h"
+#include "support/ServerProcess.h"
+#include "system/SystemToXML.h"
+
+namespace {
+
+constexpr double replyWait = 5.0;
+
+// Asks for the version and expects "beta" back.
+void expectVersionReply(RawClient& client) {
+    ASSERT_TRUE(client.Send(MSGTYPE_GET, MSG_VERSION));
+    ClientServerMessage reply;
+    ASSERT_TRUE(client.ReadMessage(reply, replyWait));
+    EXPECT_TRUE(reply.TestType(MSGTYPE_GETREPLY));
+    EXPECT_TRUE(reply.TestMsg(MSG_VERSION));
+    EXPECT_TRUE(reply.TestMsg(std::string("beta")));
+}
+
+e_System_* sampleSystem() {
+    e_System_* system = NewSystemIndoor(nullptr);
+    system->xMax = 20;
+    system->yMax = 10;
+    e_Barrier_* wall = NewBarrier(system);
+    wall->height_upper = 3;
+    wall->medium = 1;
+    wall->vectors = NewVectorXYZ(0, 0, 0);
+    wall->vectors->next = NewVectorXYZ(10, 0, 0);
+    e_AccessPoint_* ap = NewAccessPoint(system, "ap <one> & \"two\"");
+    SetVecXYZ(&ap->location, 5, 5, 2);
+    e_SamplePoint_* sp = NewSamplePoint(system, "sp1");
+    SetVecLLH(&sp->location, 13.405, 52.52, 1.5);
+    return system;
+}
+
+class Server : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(server.Start()); }
+    ServerProcess server;
+};
+
+}  // namespace
+
+TEST_F(Server, AnswersQueriesAndKeepsSettingsPerConnection) {
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    expectVersionReply(client);
+
+    // A status poll before any run gets no message at all; nor do the unhandled GETs.
+    ASSERT_TRUE(client.Send(MSGTYPE_STATUSQUERY, MSG_NONE));
+    ASSERT_TRUE(client.Send(MSGTYPE_GET, MSG_ERRORLOG));
+    ASSERT_TRUE(client.Send(MSGTYPE_GET, MSG_LASTERROR));
+    EXPECT_FALSE(client.ReadFrame(0.6));
+
+    ClientServerMessage set;
+    set.SetType(MSGTYPE_SET);
+    set.SetMsg(MSG_DATALOCATION);
+    set.SetMsg(std::string("/data/<site> & more"));
+    ASSERT_TRUE(client.SendMessage(set));
+    ASSERT_TRUE(client.Send(MSGTYPE_GET, MSG_DATALOCATION));
+    ClientServerMessage location;
+    ASSERT_TRUE(client.ReadMessage(location, replyWait));
+    EXPECT_TRUE(location.TestMsg(MSG_DATALOCATION));
+    EXPECT_TRUE(location.TestMsg(std::string("/data/<site> & more")));
+
+    // Every catalogue request is answered with the same code.
+    for (eMsg code : {MSG_MATERIALNAMES, MSG_MATERIALDESC, MSG_APNAMES, MSG_APDESC, MSG_APDETAILS,
+                      MSG_ANTNAMES, MSG_ANTDESC, MSG_ANTDETAILS}) {
+        ASSERT_TRUE(client.Send(MSGTYPE_GET, code));
+        ClientServerMessage reply;
+        ASSERT_TRUE(client.ReadMessage(reply, replyWait)) << code;
+        EXPECT_TRUE(reply.TestType(MSGTYPE_GETREPLY));
+        EXPECT_TRUE(reply.TestMsg(code));
+    }
+    // The facade made for catalogues never completes a run: polls stay silent.
+    ASSERT_TRUE(client.Send(MSGTYPE_STATUSQUERY, MSG_NONE));
+    EXPECT_FALSE(client.ReadFrame(0.4));
+    expectVersionReply(client);
+}
+
+TEST_F(Server, BouncesTheSystemBackUnchangedTwice) {
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    e_System_* original = sampleSystem();
+    std::string originalText;
+    SystemToString(original, originalText);
+
+    for (int round = 0; round < 2; ++round) {
+        ClientServerMessage bounce;
+        bounce.SetType(MSGTYPE_CONTROL);
+        bounce.SetMsg(MSG_BOUNCESYSTEM);
+        bounce.SetMsg(sampleSystem());
+        auto sent = std::chrono::steady_clock::now();
+        ASSERT_TRUE(client.SendMessage(bounce));
+        ClientServerMessage reply;
+        ASSERT_TRUE(client.ReadMessage(reply, replyWait));
+        EXPECT_GE(std::chrono::steady_clock::now() - sent, std::chrono::milliseconds(900));
+        EXPECT_TRUE(reply.TestType(MSGTYPE_CONTROL));
+        EXPECT_TRUE(reply.TestMsg(MSG_SYSTEMRESULT));
+        e_System_* returned = nullptr;
+        ASSERT_TRUE(reply.GetMsg(&returned));
+        std::string returnedText;
+        SystemToString(returned, returnedText);
+        EXPECT_EQ(returnedText, originalText);
+        DeleteSystem(&returned);
+    }
+    DeleteSystem(&original);
+    expectVersionReply(client);
+}
+
+TEST_F(Server, ServesOneClientAtATimeUntilItLeaves) {
+    RawClient first, second, third;
+    ASSERT_TRUE(first.Connect(server.port));
+    expectVersionReply(first);
+
+    // The second connects at TCP level but is not served while the first stays.
+    ASSERT_TRUE(second.Connect(server.port));
+    ASSERT_TRUE(second.Send(MSGTYPE_GET, MSG_VERSION));
+    EXPECT_FALSE(second.ReadFrame(0.6));
+
+    // A disconnect message: the server closes the first and serves the waiting second.
+    ASSERT_TRUE(first.Send(MSGTYPE_CONTROL, MSG_DISCONNECT));
+    EXPECT_TRUE(first.ClosedByPeer(replyWait));
+    ClientServerMessage reply;
+    ASSERT_TRUE(second.ReadMessage(reply, replyWait));
+    EXPECT_TRUE(reply.TestMsg(std::string("beta")));
+
+    // A client that simply vanishes is noticed as well.
+    ASSERT_TRUE(third.Connect(server.port));
+    ASSERT_TRUE(third.Send(MSGTYPE_GET, MSG_VERSION));
+    second.Close();
+    ClientServerMessage thirdReply;
+    ASSERT_TRUE(third.ReadMessage(thirdReply, replyWait));
+    EXPECT_TRUE(thirdReply.TestMsg(std::string("beta")));
+}
+
+TEST_F(Server, ShutdownEndsTheProgramWithExitCodeZero) {
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    ASSERT_TRUE(client.Send(MSGTYPE_CONTROL, MSG_SHUTDOWN));
+    EXPECT_TRUE(client.ClosedByPeer(replyWait));
+    EXPECT_EQ(server.WaitExit(10), 0);
+}
+
+TEST_F(Server, BadInputNeverTakesTheServerDown) {
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+
+    // Dropped, connection kept: bad XML, a length of 0, a negative length, type 0.
+    ASSERT_TRUE(client.SendFrame("<libFenwaveMessage type=\"5\" msg=\"15\""));
+    ASSERT_TRUE(client.SendFrame("not xml at all"));
+    ASSERT_TRUE(client.SendLength(0));
+    ASSERT_TRUE(client.SendLength(-7));
+    ASSERT_TRUE(client.SendFrame("<libFenwaveMessage type=\"0\" msg=\"15\" string=\"\"/>"));
+    ASSERT_TRUE(client.SendFrame("<other/>"));
+    expectVersionReply(client);
+
+    // A root of another name is still read.
+    ASSERT_TRUE(client.SendFrame("<anything type=\"5\" msg=\"15\"/>"));
+    ClientServerMessage reply;
+    ASSERT_TRUE(client.ReadMessage(reply, replyWait));
+    EXPECT_TRUE(reply.TestMsg(std::string("beta")));
+
+    // A length beyond any message closes the connection without allocating it.
+    ASSERT_TRUE(client.SendLength(0x7fffffff));
+    EXPECT_TRUE(client.ClosedByPeer(replyWait));
+
+    // A peer that closes in the middle of a body.
+    RawClient partial;
+    ASSERT_TRUE(partial.Connect(server.port));
+    ASSERT_TRUE(partial.SendLength(1000));
+    ASSERT_TRUE(partial.SendBytes("<libFenwave", 11));
+    partial.Close();
+
+    // Random bytes.
+    RawClient noisy;
+    ASSERT_TRUE(noisy.Connect(server.port));
+    std::vector<unsigned char> noise(4096);
+    unsigned state = 12345;
+    for (unsigned char& byte : noise) {
+        state = state * 1103515245u + 12345u;
+        byte = static_cast<unsigned char>(state >> 16);
+    }
+    ASSERT_TRUE(noisy.SendBytes(noise.data(), noise.size()));
+    noisy.Close();
+
+    RawClient next;
+    ASSERT_TRUE(next.Connect(server.port));
+    expectVersionReply(next);
+    EXPECT_TRUE(server.Running());
+}
+
+TEST_F(Server, WritesTheCsvLogWithItsHeader) {
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    expectVersionReply(client);
+    // Idle polls log their time-out as an unknown error; wait for a few of them.
+    std::this_thread::sleep_for(std::chrono::milliseconds(500));
+    std::string log = server.ReadFile("server_0.csv");
+    EXPECT_EQ(log.rfind("logName,pId,procName,timeStamp,runTime,user,'message'\n", 0), 0u);
+    EXPECT_NE(log.find(",'[SERVER, INF] server sending msg: '\n"), std::string::npos);
+    EXPECT_NE(log.find("error unknown"), std::string::npos);
+}
+
+TEST(ServerProgram, HelpAndBadOptionsExitWithMinusOneAfterTheHelpText) {
+    const std::string help =
+        "----------------------------------------------------------------------------------:\n"
+        "valid command line options are:\n"
+        "-h          : show this help message\n"
+        "-p<number>  : set the port number to communicate messages to server, \n"
+        "              eg add -p12001 to communicate on port 12001\n"
+        "-o          : set the output level of this program\n"
+        "              eg: -o0 to output nothing\n"
+        "                  -o1 to output error messages only\n"
+        "                  -o2 to output errors and warnings\n"
+        "                  -o3 to output errors, warnings and debug messages \n"
+        "                  -o4 to output errors, warnings, debug and informative messages \n"
+        "-l<logfile> : set the name of a file to log output to \n"
+        "-x          : print a message if an exception is caught. \n"
+        "              By default, the exception will be caught silently, and program will "
+        "exit.\n"
+        "              eg: -x0 to not catch exceptions at all.\n"
+        "              eg: -x1 (or -x) to catch exceptions silently and exit.\n"
+        "              eg: -x2 to catch exceptions, print an error message to screen and exit.\n";
+    ServerProcess helped;
+    ASSERT_TRUE(helped.StartRaw({"-lrun.log", "-h"}));
+    EXPECT_EQ(helped.WaitExit(10), 255);
+    EXPECT_EQ(helped.Stdout(), help);
+    EXPECT_TRUE(std::filesystem::exists(helped.directory + "/run.log"));
+
+    ServerProcess unknown;
+    ASSERT_TRUE(unknown.StartRaw({"-q", "plain"}));
+    EXPECT_EQ(unknown.WaitExit(10), 255);
+    EXPECT_EQ(unknown.Stdout(),
+              "unknown command line option: -q\n"
+              "unknown command line option: plain\n" +
+                  help);
+}
+
+TEST(ServerProgram, PortInUseEndsWithExitCodeZeroAndTheBindMessage) {
+    ServerProcess first;
+    ASSERT_TRUE(first.Start());
+    ServerProcess second;
+    ASSERT_TRUE(second.StartRaw({"-p" + std::to_string(first.port)}));
+    EXPECT_EQ(second.WaitExit(10), 0);
+    std::string log = second.ReadFile("server_0.csv");
+    EXPECT_NE(log.find("bind() failed: Address already in use"), std::string::npos);
+    EXPECT_NE(log.find("ListenForClient() on port " + std::to_string(first.port) + " failed"),
+              std::string::npos);
+}
+
+TEST(ServerProgram, TerminationSignalIsReportedAndEndsTheLoop) {
+    ServerProcess server;
+    ASSERT_TRUE(server.Start());
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    expectVersionReply(client);
+    kill(server.pid, SIGTERM);
+    EXPECT_EQ(server.WaitExit(10), 0);
+    EXPECT_EQ(server.Stderr(), "signalHandler() caught signal SIGTERM, exiting\n");
+}
+
+TEST(ServerProgram, LevelZeroWritesNoCsvLog) {
+    ServerProcess server;
+    ASSERT_TRUE(server.Start({"-o"}));
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    expectVersionReply(client);
+    EXPECT_FALSE(std::filesystem::exists(server.directory + "/server_0.csv"));
+}
+
+TEST(ServerProgram, MultiProcessModeRelaysThroughAChildServer) {
+    ServerProcess parent;
+    ASSERT_TRUE(parent.Start({"-m"}));
+    RawClient client;
+    ASSERT_TRUE(client.Connect(parent.port));
+    // The relay waits on its child after each message; both go out at once.
+    ASSERT_TRUE(client.Send(MSGTYPE_GET, MSG_VERSION));
+    ASSERT_TRUE(client.Send(MSGTYPE_CONTROL, MSG_SHUTDOWN));
+    ClientServerMessage reply;
+    ASSERT_TRUE(client.ReadMessage(reply, replyWait));
+    EXPECT_TRUE(reply.TestMsg(std::string("beta")));
+    // The child took the shutdown and left its port.
+    for (int turn = 0; turn < 250 && ServerProcess::PortListening(parent.port + 1); ++turn) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    }
+    EXPECT_FALSE(ServerProcess::PortListening(parent.port + 1));
+    EXPECT_TRUE(parent.Running());
+}
