@@ -66,7 +66,7 @@ bool ParseOptions(int argc, char** argv, Options& options) {
         } else if (argument == "--csv" && hasValue) {
             options.csvFile = argv[++index];
         } else if (argument == "--port" && hasValue) {
-            if (!ParseNumber(argv[++index], options.port)) {
+            if (!ParseNumber(argv[++index], options.port) || options.port > 65535) {
                 std::cerr << "fenwave_client: bad port " << argv[index] << "\n";
                 return false;
             }

@@ -176,7 +176,10 @@ bool LibClient::DeliverText(const std::string& text, ClientServerMessage& msg) {
 }
 
 bool LibClient::ProcessMessage(ClientServerMessage& msg) {
-    if (msg.TestType(MSGTYPE_CONTROL) && msg.TestMsg(MSG_DISCONNECT)) return Disconnect(false);
+    if (msg.TestType(MSGTYPE_CONTROL) && msg.TestMsg(MSG_DISCONNECT)) {
+        Disconnect(false);
+        return true;
+    }
     LibProcessor::ProcessMessage(msg);
     if (msg.TestType(MSGTYPE_STATUSREPLY) && msg.TestMsg(MSG_CALCSUCCESS)) Disconnect(false);
     return true;
@@ -192,7 +195,7 @@ bool LibClient::Disconnect(bool force) {
             Log::log(1) << "LibClient::Disconnect() - not connected\n";
             StopListener();
             CloseSocket();
-            return true;
+            return false;
         }
     }
     if (OnListenerThread()) {
@@ -282,12 +285,16 @@ bool LibClient::Send(ClientServerMessage& msg) {
     return msg.ToString(text) && SendRawMessage(text.c_str());
 }
 
-bool LibClient::SendMsg(eMsgType type, eMsg code) {
+template <typename... Payload>
+bool LibClient::SendWith(eMsgType type, eMsg code, const Payload&... payload) {
     ClientServerMessage msg;
     msg.SetType(type);
     msg.SetMsg(code);
+    (msg.SetMsg(payload), ...);
     return Send(msg);
 }
+
+bool LibClient::SendMsg(eMsgType type, eMsg code) { return SendWith(type, code); }
 
 bool LibClient::SendMsg(eMsgType type, eMsg code, e_System_* system) {
     ClientServerMessage msg;
@@ -303,23 +310,15 @@ bool LibClient::SendMsg(eMsgType type, eMsg code, e_System_* system) {
 }
 
 bool LibClient::SendMsg(eMsgType type, eMsg code, const std::string& text) {
-    ClientServerMessage msg;
-    msg.SetType(type);
-    msg.SetMsg(code);
-    msg.SetMsg(text);
-    return Send(msg);
+    return SendWith(type, code, text);
 }
 
 bool LibClient::SendMsg(eMsgType type, eMsg code, const char* text) {
-    return SendMsg(type, code, std::string(text == nullptr ? "" : text));
+    return SendWith(type, code, text);
 }
 
 bool LibClient::SendMsg(eMsgType type, eMsg code, bool value) {
-    ClientServerMessage msg;
-    msg.SetType(type);
-    msg.SetMsg(code);
-    msg.SetMsg(value);
-    return Send(msg);
+    return SendWith(type, code, value);
 }
 
 bool LibClient::ProcessSystem(e_System_* system) {

@@ -59,6 +59,7 @@ class LibClient : public LibProcessor {
     bool StopProcessing();
 
     bool IsConnected() const;
+    // Leaves the server: unless forced, tells it first. False when not connected.
     bool Disconnect(bool force);
 
     bool SendRawMessage(const char* text);
@@ -84,6 +85,8 @@ class LibClient : public LibProcessor {
     static void* ListenerEntry(void* client);
     bool OnListenerThread() const;
     bool Send(ClientServerMessage& msg);
+    template <typename... Payload>
+    bool SendWith(eMsgType type, eMsg code, const Payload&... payload);
     bool SendSystem(eMsg code, e_System_* system, const char* failure);
     bool GetLocalResources(e_System_* system);
     bool DeliverText(const std::string& text, ClientServerMessage& msg);

@@ -246,7 +246,7 @@ TEST(LibClient, SecondDisconnectOnlyLogs) {
     EXPECT_EQ(ReceivedCodes(server), std::vector<eMsg>{MSG_DISCONNECT});
     EXPECT_FALSE(capture.Contains("LibClient::Disconnect() - not connected\n"));
 
-    client.Disconnect(false);
+    EXPECT_FALSE(client.Disconnect(false));
     EXPECT_TRUE(capture.Contains("LibClient::Disconnect() - not connected\n"));
     EXPECT_EQ(server.Received().size(), 1u);
     EXPECT_EQ(server.Connections(), 1);
