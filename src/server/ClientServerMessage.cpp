@@ -144,10 +144,9 @@ bool ClientServerMessage::FromString(std::string& text) { return FromString(text
 bool ClientServerMessage::FromString(const char* text) {
     Log::log(4) << "ClientServerMessage::FromString() - enter\n";
     XMLDocument document(true, tinyxml2::COLLAPSE_WHITESPACE);
-    if (text == nullptr || document.Parse(text) != tinyxml2::XML_SUCCESS) {
-        const char* reason = text == nullptr ? "XML_ERROR_EMPTY_DOCUMENT" : document.ErrorName();
+    if (document.Parse(text == nullptr ? "" : text) != tinyxml2::XML_SUCCESS) {
         Log::log(1) << "ClientServerMessage::FromString() - parse xml failed"
-                    << " " << reason << "\n";
+                    << " " << document.ErrorName() << "\n";
         return false;
     }
     const XMLElement* root = document.RootElement();

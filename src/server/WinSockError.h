@@ -10,6 +10,6 @@ struct WinSockError {
     const char* desc2;
 };
 
-// The counterpart of a Linux errno, or null for an errno without one (0, EAGAIN, which a
-// receive time-out gives, ETIMEDOUT, and every errno outside the socket calls).
+// The counterpart of a Linux errno, or null for an errno without one, such as 0, EAGAIN
+// (which a receive time-out gives) and ETIMEDOUT.
 const WinSockError* FindWinSockError(int errnoValue);

@@ -1,0 +1,62 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <string>
+
+#include "client/FakeServer.h"
+#include "client/LibClientLocal.h"
+#include "logging/TempDir.h"
+#include "server/LogCapture.h"
+
+namespace {
+
+// Puts a stand-in for the server program into `directory`: a script, named like the
+// server, that writes its arguments next to itself and then waits to be killed.
+void WriteStandInServer(const TempDir& directory) {
+    std::string path = directory.File("LibServerMain");
+    std::ofstream script(path);
+    script << "#!/bin/sh\n"
+           << "echo \"$@\" > \"" << directory.File("arguments") << "\"\n"
+           << "while :; do sleep 0.1; done\n";
+    script.close();
+    chmod(path.c_str(), 0755);
+}
+
+}  // namespace
+
+TEST(LibClientLocal, StartsAndKillsItsOwnServerByProcessId) {
+    TempDir directory;
+    WriteStandInServer(directory);
+    LibClientLocal client;
+    client.SetServerDirectory(directory.path.string() + "/");
+    client.SetCommandStrings("", "-x1");
+    EXPECT_EQ(client.GetServerProcessId(), -1);
+
+    ASSERT_TRUE(client.StartTheServerProcess(4321, 2));
+    pid_t pid = client.GetServerProcessId();
+    ASSERT_GT(pid, 0);
+    EXPECT_TRUE(client.IsServerProcessRunning());
+    EXPECT_EQ(ReadFile(directory.File("arguments")), "-p4321 -o2 -x1\n");
+    std::vector<std::string> names;
+    EXPECT_TRUE(client.ListProcessNames(names));
+    EXPECT_NE(std::find(names.begin(), names.end(), "LibServerMain"), names.end());
+
+    EXPECT_TRUE(client.KillTheServerProcess());
+    EXPECT_FALSE(client.IsServerProcessRunning());
+    EXPECT_EQ(kill(pid, 0), -1);
+}
+
+TEST(LibClientLocal, MissingServerProgramIsReported) {
+    LogCapture capture;
+    TempDir directory;
+    LibClientLocal client;
+    client.SetServerDirectory(directory.path.string() + "/");
+    EXPECT_FALSE(client.StartTheServerProcess(0, -1));
+    EXPECT_TRUE(capture.Contains(
+        "LibClientLocal::StartTheServerProcess() - failed, server not running after 1 second\n"));
+    EXPECT_FALSE(client.IsServerProcessRunning());
+    EXPECT_TRUE(client.KillTheServerProcess());
+}

@@ -1,0 +1,97 @@
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "client/CatalogueListing.h"
+#include "client/ResultTable.h"
+#include "logging/TempDir.h"
+#include "system/SystemRecords.h"
+
+namespace {
+
+e_ReceivedSignal_* AddSignal(e_SamplePoint_* point, const char* apName, double power, double loss,
+                             int paths) {
+    e_ReceivedSignal_* signal = NewReceivedSignal(point, apName);
+    signal->receivedPower_dBm = power;
+    signal->receivedPathLoss_dB = loss;
+    signal->receivedPathCount = paths;
+    return signal;
+}
+
+}  // namespace
+
+TEST(ResultTable, OneRowPerSignalAsTextAndCsv) {
+    e_System_* system = NewSystemIndoor(nullptr);
+    e_SamplePoint_* first = NewSamplePoint(system, "desk");
+    AddSignal(first, "ap-1", -41.256, 61.5, 3);
+    AddSignal(first, "hall, north", -80, 100.126, 12);
+    NewSamplePoint(system, "no signals");
+    e_SamplePoint_* unnamed = NewSamplePoint(system, nullptr);
+    AddSignal(unnamed, "ap-1", -120, 140, 0);
+
+    ResultTable table(system);
+    ASSERT_EQ(table.Rows().size(), 3u);
+    EXPECT_EQ(table.Rows()[2].samplePoint, "<unknown>");
+
+    std::ostringstream text;
+    table.PrintText(text);
+    EXPECT_EQ(text.str(),
+              "sample point  access point  power (dBm)  path loss (dB)  paths\n"
+              "desk          ap-1               -41.26           61.50      3\n"
+              "desk          hall, north        -80.00          100.13     12\n"
+              "<unknown>     ap-1              -120.00          140.00      0\n");
+
+    TempDir directory;
+    ASSERT_TRUE(table.WriteCSV(directory.File("results.csv")));
+    EXPECT_EQ(ReadFile(directory.File("results.csv")),
+              "samplePoint,accessPoint,receivedPower_dBm,receivedPathLoss_dB,receivedPathCount\n"
+              "desk,ap-1,-41.256,61.5,3\n"
+              "desk,\"hall, north\",-80,100.126,12\n"
+              "<unknown>,ap-1,-120,140,0\n");
+    EXPECT_FALSE(table.WriteCSV(directory.File("missing/results.csv")));
+    DeleteSystem(&system);
+
+    std::ostringstream empty;
+    ResultTable(nullptr).PrintText(empty);
+    EXPECT_EQ(empty.str(), "sample point  access point  power (dBm)  path loss (dB)  paths\n");
+}
+
+TEST(CatalogueListing, PrintsWhatTheRepliesStored) {
+    LibProcessor processor;
+    ClientServerMessage reply;
+    reply.SetType(MSGTYPE_GETREPLY);
+    reply.SetMsg(MSG_VERSION);
+    reply.SetMsg("beta");
+    processor.ProcessMessage(reply);
+    reply.SetMsg(MSG_MATERIALNAMES);
+    reply.SetMsg(std::vector<std::string>{"Vacuum/ air", "Concrete (ITU)"});
+    processor.ProcessMessage(reply);
+    reply.SetMsg(MSG_MATERIALDESC);
+    reply.SetMsg(std::vector<std::string>{"material Concrete\nsecond line\n"});
+    processor.ProcessMessage(reply);
+    AccessPointOption option;
+    option.brand = "Acme";
+    option.name = "X1";
+    option.description = "dual band";
+    reply.SetMsg(MSG_APDETAILS);
+    reply.SetMsg(std::vector<AccessPointOption>{option});
+    processor.ProcessMessage(reply);
+
+    std::ostringstream text;
+    CatalogueListing(processor).Print(text);
+    EXPECT_EQ(text.str(),
+              "server version: beta\n"
+              "materials (2)\n"
+              "    Vacuum/ air\n"
+              "    Concrete (ITU)\n"
+              "material descriptions (1)\n"
+              "    material Concrete\n"
+              "    second line\n"
+              "access points (0)\n"
+              "access point descriptions (0)\n"
+              "access point details (1)\n"
+              "    Acme X1: dual band\n"
+              "antennas (0)\n"
+              "antenna descriptions (0)\n"
+              "antenna details (0)\n");
+}
