@@ -40,6 +40,7 @@ LibServer::~LibServer() {
     DisconnectAllClients();
     DisconnectListener();
     StopSim();
+    for (ClientHandler* handler : clients) delete handler;
 }
 
 bool LibServer::SetLogCSV(const char* base) {

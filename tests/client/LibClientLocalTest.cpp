@@ -8,8 +8,8 @@
 
 #include "client/FakeServer.h"
 #include "client/LibClientLocal.h"
-#include "logging/TempDir.h"
-#include "server/LogCapture.h"
+#include "support/TempDir.h"
+#include "support/LogCapture.h"
 
 namespace {
 

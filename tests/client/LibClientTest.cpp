@@ -8,8 +8,8 @@
 #include "client/LibClient.h"
 #include "client/LibClientLocal.h"
 #include "client/LibClientRemote.h"
-#include "logging/TempDir.h"
-#include "server/LogCapture.h"
+#include "support/TempDir.h"
+#include "support/LogCapture.h"
 #include "system/SystemRecords.h"
 
 namespace {

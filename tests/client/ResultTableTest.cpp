@@ -4,7 +4,7 @@
 
 #include "client/CatalogueListing.h"
 #include "client/ResultTable.h"
-#include "logging/TempDir.h"
+#include "support/TempDir.h"
 #include "system/SystemRecords.h"
 
 namespace {
