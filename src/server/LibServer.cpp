@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <sys/socket.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -113,6 +114,9 @@ bool LibServer::AcceptClient() {
     // The receive time-out bounds the poll of a client that has nothing to say.
     timeval timeout{0, 100000};
     setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &timeout, sizeof(timeout));
+    // A reply goes out as a length and a text: do not hold the text back for an ack.
+    int noDelay = 1;
+    setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &noDelay, sizeof(noDelay));
     if (multiProcess) {
         handler->SetProcessLocally(false);
         handler->StartServer(nextServerPort);

@@ -42,7 +42,7 @@ bool socketReceive(int socket, char* buffer, int length, bool* peerClosed) {
     int waitCount = 0;
     while (remaining > 0 && waitCount < 1000) {
         ssize_t got = recv(socket, buffer + (length - remaining), remaining, MSG_WAITALL);
-        if (got == -1) return false;
+        if (got == -1) break;
         if (got == 0) {
             USLEEP(1000);
             waitCount += 2;
@@ -50,6 +50,7 @@ bool socketReceive(int socket, char* buffer, int length, bool* peerClosed) {
         }
         remaining -= static_cast<int>(got);
     }
+    // Data was there but did not all come: the stream can no longer be read in step.
     if (remaining > 0 && peerClosed != nullptr) *peerClosed = true;
     return remaining == 0;
 }

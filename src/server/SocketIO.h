@@ -29,7 +29,8 @@ struct SendReport {
 
 // Reads exactly `length` bytes. A peek first: if it finds nothing, the result is false at
 // once and nothing is consumed. Otherwise reads until all has come, giving up after some
-// 500 empty reads. `peerClosed`, if given, is set when the peer has closed the connection.
+// 500 empty reads. `peerClosed`, if given, is set when the peer has closed the connection
+// or the bytes stopped coming part way, after which the stream is out of step.
 bool socketReceive(int socket, char* buffer, int length);
 bool socketReceive(int socket, char* buffer, int length, bool* peerClosed);
 
