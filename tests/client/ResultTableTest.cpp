@@ -70,9 +70,9 @@ TEST(CatalogueListing, PrintsWhatTheRepliesStored) {
     reply.SetMsg(std::vector<std::string>{"material Concrete\nsecond line\n"});
     processor.ProcessMessage(reply);
     AccessPointOption option;
-    option.brand = "Acme";
-    option.name = "X1";
-    option.description = "dual band";
+    option.brand = std::string("Acme");
+    option.name = std::string("X1");
+    option.description = std::string("dual band");
     reply.SetMsg(MSG_APDETAILS);
     reply.SetMsg(std::vector<AccessPointOption>{option});
     processor.ProcessMessage(reply);

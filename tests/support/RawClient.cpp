@@ -2,6 +2,7 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
+#include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -18,9 +19,14 @@ bool RawClient::Connect(int port) {
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<uint16_t>(port));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    if (connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof(address)) == 0) return true;
-    Close();
-    return false;
+    if (connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0) {
+        Close();
+        return false;
+    }
+    // A frame goes out as a length and a text: do not hold the text back for an ack.
+    int noDelay = 1;
+    setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &noDelay, sizeof(noDelay));
+    return true;
 }
 
 void RawClient::Close() {
