@@ -23,16 +23,7 @@ std::vector<std::string> OptionLines(const std::vector<Option>& options) {
 
 }  // namespace
 
-CatalogueListing::CatalogueListing(const LibProcessor& processor)
-    : libVersion(processor.Read(&LibProcessor::libVersion)),
-      materialNames(processor.Read(&LibProcessor::materialNames)),
-      materialDescriptions(processor.Read(&LibProcessor::materialDescriptions)),
-      apNames(processor.Read(&LibProcessor::apNames)),
-      apDescriptions(processor.Read(&LibProcessor::apDescriptions)),
-      apOptions(processor.Read(&LibProcessor::apOptions)),
-      antennaNames(processor.Read(&LibProcessor::antennaNames)),
-      antennaDescriptions(processor.Read(&LibProcessor::antennaDescriptions)),
-      antennaOptions(processor.Read(&LibProcessor::antennaOptions)) {}
+CatalogueListing::CatalogueListing(const LibProcessor& processor) : processor(processor) {}
 
 void CatalogueListing::PrintList(std::ostream& out, const char* title,
                                  const std::vector<std::string>& entries) {
@@ -41,13 +32,14 @@ void CatalogueListing::PrintList(std::ostream& out, const char* title,
 }
 
 void CatalogueListing::Print(std::ostream& out) const {
-    out << "server version: " << libVersion << "\n";
-    PrintList(out, "materials", materialNames);
-    PrintList(out, "material descriptions", materialDescriptions);
-    PrintList(out, "access points", apNames);
-    PrintList(out, "access point descriptions", apDescriptions);
-    PrintList(out, "access point details", OptionLines(apOptions));
-    PrintList(out, "antennas", antennaNames);
-    PrintList(out, "antenna descriptions", antennaDescriptions);
-    PrintList(out, "antenna details", OptionLines(antennaOptions));
+    const LibProcessor& p = processor;
+    out << "server version: " << p.Read(&LibProcessor::libVersion) << "\n";
+    PrintList(out, "materials", p.Read(&LibProcessor::materialNames));
+    PrintList(out, "material descriptions", p.Read(&LibProcessor::materialDescriptions));
+    PrintList(out, "access points", p.Read(&LibProcessor::apNames));
+    PrintList(out, "access point descriptions", p.Read(&LibProcessor::apDescriptions));
+    PrintList(out, "access point details", OptionLines(p.Read(&LibProcessor::apOptions)));
+    PrintList(out, "antennas", p.Read(&LibProcessor::antennaNames));
+    PrintList(out, "antenna descriptions", p.Read(&LibProcessor::antennaDescriptions));
+    PrintList(out, "antenna details", OptionLines(p.Read(&LibProcessor::antennaOptions)));
 }

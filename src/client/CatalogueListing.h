@@ -7,7 +7,7 @@
 #include "client/LibProcessor.h"
 
 // What a server reported about itself, as text for a person: its version and its
-// catalogues of materials, access points and antennas.
+// catalogues of materials, access points and antennas, as the replies left them.
 class CatalogueListing {
   public:
     explicit CatalogueListing(const LibProcessor& processor);
@@ -18,13 +18,5 @@ class CatalogueListing {
     static void PrintList(std::ostream& out, const char* title,
                           const std::vector<std::string>& entries);
 
-    std::string libVersion;
-    std::vector<std::string> materialNames;
-    std::vector<std::string> materialDescriptions;
-    std::vector<std::string> apNames;
-    std::vector<std::string> apDescriptions;
-    std::vector<AccessPointOption> apOptions;
-    std::vector<std::string> antennaNames;
-    std::vector<std::string> antennaDescriptions;
-    std::vector<AntennaOption> antennaOptions;
+    const LibProcessor& processor;
 };
