@@ -1,10 +1,40 @@
 #include "documents/XmlWrapper.h"
 
+#include <sys/stat.h>
+
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 #include "logging/Log.h"
+
+namespace {
+
+// The file opened for reading when it is a regular file: a directory or a device would
+// make the XML library ask for an absurd buffer or wait for ever.
+FILE* OpenRegularFile(const char* path) {
+    struct stat status;
+    if (path == nullptr || stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+    return std::fopen(path, "rb");
+}
+
+// A name the XML library reads back as it was written: a letter (any byte above 127
+// counts as one), or "_", then letters, digits, "_", "-", "." or ":".
+bool IsXmlName(const char* name) {
+    auto letter = [](unsigned char c) { return c > 127 || std::isalpha(c) != 0; };
+    auto unsignedName = reinterpret_cast<const unsigned char*>(name);
+    if (!letter(unsignedName[0]) && unsignedName[0] != '_') return false;
+    for (const unsigned char* c = unsignedName + 1; *c != '\0'; c++) {
+        if (!letter(*c) && std::isdigit(*c) == 0 && std::strchr("_-.:", *c) == nullptr) {
+            return false;
+        }
+    }
+    return true;
+}
+
+}  // namespace
 
 bool XmlWrapper::start() {
     clear();
@@ -28,12 +58,18 @@ bool XmlWrapper::place(TiXmlNode* node) {
 }
 
 bool XmlWrapper::addComment(const char* text) {
-    return place(new TiXmlComment(text != nullptr ? text : ""));
+    if (text == nullptr) text = "";
+    if (std::strstr(text, "-->") != nullptr) {
+        Log::log(1) << "XmlWrapper::addComment: a comment cannot hold \"-->\"\n";
+        return false;
+    }
+    return place(new TiXmlComment(text));
 }
 
 bool XmlWrapper::nextElement(const char* name) {
-    if (name == nullptr) {
-        Log::log(1) << "XmlWrapper::nextElement: an element needs a name\n";
+    if (name == nullptr || !IsXmlName(name)) {
+        Log::log(1) << "XmlWrapper::nextElement: \"" << (name ? name : "")
+                    << "\" is not an element name\n";
         return false;
     }
     return place(new TiXmlElement(name));
@@ -110,8 +146,19 @@ bool XmlWrapper::takeRoot() {
 bool XmlWrapper::read(const char* path) {
     NexoBase::log(logStatus) << "XmlWrapper::read(const char *fileName)\n";
     clear();
-    if (path == nullptr) return false;
-    if (!document.LoadFile(path, TIXML_ENCODING_UNKNOWN)) {
+    FILE* file = OpenRegularFile(path);
+    if (file == nullptr) {
+        Log::log(1) << "XmlWrapper::read: cannot open " << (path ? path : "(null)") << "\n";
+        return false;
+    }
+    bool loaded = false;
+    try {
+        loaded = document.LoadFile(file, TIXML_ENCODING_UNKNOWN);
+    } catch (const std::bad_alloc&) {
+        document.Clear();
+    }
+    std::fclose(file);
+    if (!loaded) {
         Log::log(1) << "XmlWrapper::read: " << path << ": " << document.ErrorDesc() << "\n";
         return false;
     }
@@ -131,9 +178,16 @@ bool XmlWrapper::readCharArray(const char* text, char** end) {
         Log::log(1) << "XmlWrapper::readCharArray: no text\n";
         return false;
     }
-    const char* stop = document.Parse(text, nullptr, TIXML_ENCODING_UNKNOWN);
+    const char* stop = nullptr;
+    bool parsed = false;
+    try {
+        stop = document.Parse(text, nullptr, TIXML_ENCODING_UNKNOWN);
+        parsed = !document.Error();
+    } catch (const std::bad_alloc&) {
+        document.Clear();
+    }
     if (end != nullptr) *end = const_cast<char*>(stop != nullptr ? stop : text);
-    if (document.Error()) {
+    if (!parsed) {
         Log::log(1) << "XmlWrapper::readCharArray: " << document.ErrorDesc() << "\n";
         return false;
     }
