@@ -1,10 +1,25 @@
 #include "documents/XmlWrapper.h"
 
+#include <sys/stat.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 
 #include "logging/Log.h"
+
+namespace {
+
+// The file opened for reading when it is a regular file: a directory or a device would
+// make the XML library ask for an absurd buffer or wait for ever.
+FILE* OpenRegularFile(const char* path) {
+    struct stat status;
+    if (path == nullptr || stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
+    return std::fopen(path, "rb");
+}
+
+}  // namespace
 
 bool XmlWrapper::start() {
     clear();
@@ -110,8 +125,19 @@ bool XmlWrapper::takeRoot() {
 bool XmlWrapper::read(const char* path) {
     NexoBase::log(logStatus) << "XmlWrapper::read(const char *fileName)\n";
     clear();
-    if (path == nullptr) return false;
-    if (!document.LoadFile(path, TIXML_ENCODING_UNKNOWN)) {
+    FILE* file = OpenRegularFile(path);
+    if (file == nullptr) {
+        Log::log(1) << "XmlWrapper::read: cannot open " << (path ? path : "(null)") << "\n";
+        return false;
+    }
+    bool loaded = false;
+    try {
+        loaded = document.LoadFile(file, TIXML_ENCODING_UNKNOWN);
+    } catch (const std::bad_alloc&) {
+        document.Clear();
+    }
+    std::fclose(file);
+    if (!loaded) {
         Log::log(1) << "XmlWrapper::read: " << path << ": " << document.ErrorDesc() << "\n";
         return false;
     }
@@ -131,9 +157,16 @@ bool XmlWrapper::readCharArray(const char* text, char** end) {
         Log::log(1) << "XmlWrapper::readCharArray: no text\n";
         return false;
     }
-    const char* stop = document.Parse(text, nullptr, TIXML_ENCODING_UNKNOWN);
+    const char* stop = nullptr;
+    bool parsed = false;
+    try {
+        stop = document.Parse(text, nullptr, TIXML_ENCODING_UNKNOWN);
+        parsed = !document.Error();
+    } catch (const std::bad_alloc&) {
+        document.Clear();
+    }
     if (end != nullptr) *end = const_cast<char*>(stop != nullptr ? stop : text);
-    if (document.Error()) {
+    if (!parsed) {
         Log::log(1) << "XmlWrapper::readCharArray: " << document.ErrorDesc() << "\n";
         return false;
     }
