@@ -161,7 +161,8 @@ void CElement::print(int indent) {
 bool CElement::write(XmlWrapper* wrapper) {
     if (wrapper == nullptr) return false;
     if (comment) return wrapper->addComment(name.c_str());
-    bool written = wrapper->nextElement(name.c_str());
+    if (!wrapper->nextElement(name.c_str())) return false;
+    bool written = true;
     for (const auto& entry : attributes()) {
         if (!IsValidAttrNameId(entry.first)) continue;
         written = wrapper->addAttribute(Attribute::attFILEStrings[entry.first].c_str(),

@@ -99,7 +99,9 @@ public:
     bool duplicate(CElement* other);
     // The tree below on the status log, indented by indent spaces.
     void print(int indent);
-    // Writes the element and everything below it as the wrapper's next element.
+    // Writes the element and everything below it as the wrapper's next element. False
+    // when some element has a name that is not an XML name (that element and what is
+    // below it are left out) or some comment cannot be written.
     bool write(XmlWrapper* wrapper);
     // Reads the wrapper's current node and everything below it into this element,
     // adding to what it holds. Attributes whose names are not in the table are dropped.

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -17,6 +18,20 @@ FILE* OpenRegularFile(const char* path) {
     struct stat status;
     if (path == nullptr || stat(path, &status) != 0 || !S_ISREG(status.st_mode)) return nullptr;
     return std::fopen(path, "rb");
+}
+
+// A name the XML library reads back as it was written: a letter (any byte above 127
+// counts as one), or "_", then letters, digits, "_", "-", "." or ":".
+bool IsXmlName(const char* name) {
+    auto letter = [](unsigned char c) { return c > 127 || std::isalpha(c) != 0; };
+    auto unsignedName = reinterpret_cast<const unsigned char*>(name);
+    if (!letter(unsignedName[0]) && unsignedName[0] != '_') return false;
+    for (const unsigned char* c = unsignedName + 1; *c != '\0'; c++) {
+        if (!letter(*c) && std::isdigit(*c) == 0 && std::strchr("_-.:", *c) == nullptr) {
+            return false;
+        }
+    }
+    return true;
 }
 
 }  // namespace
@@ -43,12 +58,18 @@ bool XmlWrapper::place(TiXmlNode* node) {
 }
 
 bool XmlWrapper::addComment(const char* text) {
-    return place(new TiXmlComment(text != nullptr ? text : ""));
+    if (text == nullptr) text = "";
+    if (std::strstr(text, "-->") != nullptr) {
+        Log::log(1) << "XmlWrapper::addComment: a comment cannot hold \"-->\"\n";
+        return false;
+    }
+    return place(new TiXmlComment(text));
 }
 
 bool XmlWrapper::nextElement(const char* name) {
-    if (name == nullptr) {
-        Log::log(1) << "XmlWrapper::nextElement: an element needs a name\n";
+    if (name == nullptr || !IsXmlName(name)) {
+        Log::log(1) << "XmlWrapper::nextElement: \"" << (name ? name : "")
+                    << "\" is not an element name\n";
         return false;
     }
     return place(new TiXmlElement(name));

@@ -22,10 +22,12 @@ public:
     // Empties the document and links the declaration: version "1.0", no encoding or
     // standalone.
     bool start();
-    // A comment placed as nextElement would place an element.
+    // A comment placed as nextElement would place an element. False for a text holding
+    // "-->", which would end the comment early.
     bool addComment(const char* text);
     // A new element: the first becomes the root; after startSubElements a child of the
-    // cursor, else the cursor's next sibling. The cursor moves to it.
+    // cursor, else the cursor's next sibling. The cursor moves to it. False, placing
+    // nothing, for a name that is not an XML name and so could not be read back.
     bool nextElement(const char* name);
     // An attribute of the element at the cursor.
     bool addAttribute(const char* name, const char* value);

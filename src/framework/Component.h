@@ -6,10 +6,10 @@
 #include <vector>
 
 #include "framework/ParamTypes.h"
+#include "framework/Parameter.h"
 #include "framework/SimObject.h"
 
 class Coordinates;
-class Parameter;
 
 // A simulation object with named parameters. All its parameters live in the multimap,
 // keyed by name; several of one name are told apart by their index. Each is also a child.
@@ -102,4 +102,84 @@ protected:
     std::vector<Parameter*> quickParameters;
     std::vector<Parameter*> backupParameters;
     bool paramsChecked = false;
+
+private:
+    // Empties the multimap and the quick list; the parameters themselves stay.
+    void ForgetParameters();
+    void ClearBackup();
+    // Takes p off the quick list and deletes it; it has left the multimap already.
+    void DropParameter(Parameter* p);
+    // The first parameter of the name; logs the caller when there is none.
+    Parameter* ExistingParameter(eParamName name, const char* caller);
+    // The parameter of the name (and index, unless -1), made and added when missing.
+    Parameter* FindOrMakeParameter(eParamName name, int index);
+    void FinishParameterWrite(Parameter* p, eParamName name, int index, eParamUnits units,
+                              eParamMultiplier mult);
 };
+
+template <typename T>
+bool Component::GetParameterValue(eParamName name, T& out, sParamDesc** desc) {
+    Parameter* p = GetParameterp(name);
+    if (p == nullptr) return false;
+    if (p->getValue(&out, desc)) return true;
+    if (desc != nullptr) *desc = p->getDesc();
+    return false;
+}
+
+template <typename T>
+bool Component::GetParameterIndexValue(eParamName name, int index, T& out, sParamDesc** desc) {
+    Parameter* p = GetParameterIndexp(name, index);
+    if (p == nullptr) return false;
+    if (p->getValue(&out, desc)) return true;
+    if (desc != nullptr) *desc = p->getDesc();
+    return false;
+}
+
+template <typename T>
+bool Component::SetParameterValue(eParamName name, T value, eParamUnits units,
+                                  eParamMultiplier mult, int index) {
+    Parameter* p = FindOrMakeParameter(name, index);
+    p->setValue(value, nullptr);
+    FinishParameterWrite(p, name, index, units, mult);
+    return true;
+}
+
+template <typename T>
+bool Component::SetParameterValue(eParamName name, T value, sParamDesc* desc, int index) {
+    Parameter* p = FindOrMakeParameter(name, index);
+    p->setValue(value, desc == nullptr ? nullptr : &desc);
+    FinishParameterWrite(p, name, index, desc == nullptr ? PU_NON : desc->units,
+                         desc == nullptr ? PM_NON : desc->mult);
+    return true;
+}
+
+template <typename T>
+bool Component::SetQuickParameterValue(eParamName name, T value, eParamUnits units,
+                                       eParamMultiplier mult, int index) {
+    SetParameterValue(name, value, units, mult, index);
+    return AddQuickParameter(index == -1 ? GetParameterp(name) : GetParameterIndexp(name, index));
+}
+
+template <typename T>
+bool Component::SetQuickParameterValue(eParamName name, T value, sParamDesc* desc, int index) {
+    SetParameterValue(name, value, desc, index);
+    return AddQuickParameter(index == -1 ? GetParameterp(name) : GetParameterIndexp(name, index));
+}
+
+template <typename T>
+bool Component::UpdateParameterValue(eParamName name, T value, eParamUnits units,
+                                     eParamMultiplier mult) {
+    Parameter* p = ExistingParameter(name, "UpdateParameterValue");
+    if (p == nullptr) return false;
+    p->setValue(value, nullptr);
+    if (units != PU_NON) p->setUnits(units);
+    if (mult != PM_NON) p->setMult(mult);
+    paramsChecked = false;
+    return true;
+}
+
+template <typename T>
+bool Component::TestParameterValue(eParamName name, T value) {
+    Parameter* p = GetParameterp(name);
+    return p != nullptr && p->testValue(value, nullptr);
+}

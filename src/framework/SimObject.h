@@ -6,14 +6,13 @@
 #include <string>
 #include <vector>
 
+#include "documents/CElement.h"
 #include "framework/ActionAble.h"
 #include "framework/Lockable.h"
 #include "framework/Renderable.h"
 
-class CElement;
 class Layout;
 class Transformation;
-enum eAttrNameId : int;
 
 // A node of the simulation tree. Every object has a process-wide integer id, taken by
 // Initialize, and knows its children by id only: a child deleted elsewhere leaves a stale
@@ -172,6 +171,11 @@ public:
     static bool LoadAttributeFromElement(CElement* element, eAttrNameId id, T& value);
 
 protected:
+    // The live children in id order. Ids of children that no longer exist are dropped.
+    std::vector<SimObject*> LiveChildren();
+    // Deletes every child whose parent this object is, and forgets all children.
+    void DeleteChildren();
+
     int simObjectID = -1;
     std::string objTypeStr = "SimObject";
     int objTypeId = -1;
@@ -201,4 +205,103 @@ protected:
     // Guards the id set, the id map and nextSimObjectID.
     static Lockable simObjLock;
     static double simTime;
+
+private:
+    // Reserves id 0 once, for the first object constructed.
+    static void ReserveIdZero();
+    // Gives the id back to the set and the map.
+    void Unregister();
+    // Writes the identifying attributes and their editing hints.
+    void WriteAttributes(CElement* element);
+    // Marks every sub-element old and indexes them by the id they were saved with; the
+    // first sub-element with an id wins.
+    static std::map<int, CElement*> MarkSubElementsOld(CElement* element);
+    static void RemoveOldSubElements(CElement* element);
+    bool SkipOnSave(SimObject* child, bool leaveOutExpanded) const;
+    static bool ChildrenEqual(SimObject* mine, SimObject* theirs);
+
+    // Loads sub into *target as LoadPointerByName describes.
+    template <typename T>
+    bool LoadPointerFrom(T** target, CElement* sub);
+    template <typename T>
+    bool LoadIntoVector(std::vector<T*>* target, CElement* sub);
 };
+
+template <typename T>
+bool SimObject::LoadPointerFrom(T** target, CElement* sub) {
+    if (sub == nullptr) return false;
+    bool made = *target == nullptr;
+    if (made) {
+        *target = new T();
+        // The parent is known before the load, so that what the load does with its parent
+        // reaches this object; Initialize registers the new object as a child.
+        (*target)->SetParent(this);
+        (*target)->Initialize();
+    }
+    if (!(*target)->FromXml(sub)) {
+        if (made) {
+            if (!RemoveChild(*target, true)) delete *target;
+            *target = nullptr;
+        }
+        return false;
+    }
+    if (childIds.count((*target)->GetSimObjectID()) == 0) AddChild(*target);
+    return true;
+}
+
+template <typename T>
+bool SimObject::LoadIntoVector(std::vector<T*>* target, CElement* sub) {
+    T* loaded = nullptr;
+    if (!LoadPointerFrom(&loaded, sub)) return false;
+    target->push_back(loaded);
+    return true;
+}
+
+template <typename T>
+bool SimObject::LoadPointerByName(T** target, CElement* element, const char* name) {
+    if (target == nullptr || element == nullptr || name == nullptr) return false;
+    return LoadPointerFrom(target, element->findSubElementWithAttribute<const char*>(A_NAME, name));
+}
+
+template <typename T>
+bool SimObject::LoadPointerByType(T** target, CElement* element, const char* type) {
+    if (target == nullptr || element == nullptr || type == nullptr) return false;
+    return LoadPointerFrom(target, element->findElementp(type, false));
+}
+
+template <typename T>
+bool SimObject::LoadVectorByName(std::vector<T*>* target, CElement* element, const char* name) {
+    if (target == nullptr || element == nullptr || name == nullptr) return false;
+    bool loadedAll = true;
+    for (const auto& entry : element->elements()) {
+        if (!entry.second->testAttribute<const char*>(A_NAME, name)) continue;
+        loadedAll = LoadIntoVector(target, entry.second) && loadedAll;
+    }
+    return loadedAll;
+}
+
+template <typename T>
+bool SimObject::LoadVectorByType(std::vector<T*>* target, CElement* element, const char* type) {
+    if (target == nullptr || element == nullptr || type == nullptr) return false;
+    bool loadedAll = true;
+    auto range = element->elements().equal_range(type);
+    for (auto entry = range.first; entry != range.second; ++entry) {
+        loadedAll = LoadIntoVector(target, entry->second) && loadedAll;
+    }
+    return loadedAll;
+}
+
+template <typename T>
+bool SimObject::LoadAttributeToElement(CElement* element, eAttrNameId id, T& value, bool display,
+                                       bool edit, bool text, bool dropBox) {
+    if (element == nullptr) return false;
+    Attribute* attribute = element->findAttributep(id, true);
+    attribute->set(id, value);
+    attribute->setDisplayEditTextDropBox(display, edit, text, dropBox);
+    return true;
+}
+
+template <typename T>
+bool SimObject::LoadAttributeFromElement(CElement* element, eAttrNameId id, T& value) {
+    return element != nullptr && element->getAttributeValue(id, value);
+}

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <thread>
 
 #include "WorkingDirectory.h"
 #include "documents/Document.h"
@@ -218,12 +219,48 @@ TEST_F(DocumentTest, FailedWritesLeaveTargetsUntouched) {
     EXPECT_EQ(ReadFile(dir.File("target/inside")), "kept");
     EXPECT_FALSE(std::filesystem::exists(dir.File("___tempDocument.xml")));
 
+    // An element name that could not be read back fails the write.
+    WriteText(dir.File("kept.xml"), "<kept/>");
+    auto* list = new CElement("FreqResponse(walls)");
+    document.addElement(list);
+    EXPECT_FALSE(document.write(dir.File("kept.xml")));
+    EXPECT_EQ(ReadFile(dir.File("kept.xml")), "<kept/>");
+    list->setName("FreqResponse");
+    auto* note = new CElement("a --> b");
+    note->setComment(true);
+    document.addElement(note);
+    EXPECT_FALSE(document.write(dir.File("kept.xml")));
+    document.removeElement(note);
+
     // An existing file is replaced whole.
     WriteText(dir.File("old.xml"), "<old/>");
     ASSERT_TRUE(document.write(dir.File("old.xml")));
     Document loaded;
     ASSERT_TRUE(loaded.read(dir.File("old.xml")));
     EXPECT_TRUE(loaded.equalTo(&document));
+}
+
+TEST_F(DocumentTest, ConcurrentWritersShareTheTemporaryName) {
+    // Two threads write different documents through the one temporary file name; each
+    // target must hold its own document every time.
+    auto writer = [this](const std::string& name, bool* allGood) {
+        Document document;
+        document.setName(name);
+        for (int i = 0; i < 30; i++) {
+            document.setAttribute(A_INDEX, i);
+            Document loaded;
+            *allGood = document.write(dir.File(name + ".xml")) &&
+                       loaded.read(dir.File(name + ".xml")) && loaded.equalTo(&document) &&
+                       *allGood;
+        }
+    };
+    bool firstGood = true, secondGood = true;
+    std::thread first(writer, "first", &firstGood);
+    std::thread second(writer, "second", &secondGood);
+    first.join();
+    second.join();
+    EXPECT_TRUE(firstGood);
+    EXPECT_TRUE(secondGood);
 }
 
 TEST_F(DocumentTest, WriteFallsBackToTheTargetDirectory) {

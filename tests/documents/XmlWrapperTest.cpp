@@ -21,6 +21,10 @@ TEST(XmlWrapperTest, WritingCursorPlacesChildrenAndSiblings) {
     EXPECT_TRUE(xml.finishSubElements());
     EXPECT_FALSE(xml.finishSubElements());
     EXPECT_FALSE(xml.nextElement(nullptr));
+    EXPECT_FALSE(xml.nextElement(""));
+    EXPECT_FALSE(xml.nextElement("2nd"));
+    EXPECT_FALSE(xml.nextElement("a b"));
+    EXPECT_FALSE(xml.addComment("ends --> early"));
 
     std::string text;
     ASSERT_TRUE(xml.writeToString(text));
@@ -31,10 +35,10 @@ TEST(XmlWrapperTest, WritingCursorPlacesChildrenAndSiblings) {
     // start forgets everything before it.
     ASSERT_TRUE(xml.start());
     EXPECT_FALSE(xml.addAttribute("A_X", "1"));
-    EXPECT_TRUE(xml.nextElement("other"));
+    EXPECT_TRUE(xml.nextElement("_x:y-1.z"));
     text.clear();
     xml.writeToString(text);
-    EXPECT_EQ(text, "<?xml version=\"1.0\" ?>\n<other />\n");
+    EXPECT_EQ(text, "<?xml version=\"1.0\" ?>\n<_x:y-1.z />\n");
 }
 
 TEST(XmlWrapperTest, ReadingWalksElementsAndCommentsOnly) {
