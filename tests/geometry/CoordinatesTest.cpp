@@ -13,6 +13,16 @@
 #include "geometry/Translation.h"
 #include "support/SampleNode.h"
 
+namespace {
+
+void ExpectPoint(Coordinates& p, double x, double y, double z) {
+    EXPECT_DOUBLE_EQ(p.Get(0), x);
+    EXPECT_DOUBLE_EQ(p.Get(1), y);
+    EXPECT_DOUBLE_EQ(p.Get(2), z);
+}
+
+}  // namespace
+
 TEST(Coordinates, ConstructorsGiveColumns) {
     EXPECT_EQ(Coordinates(4).GetDim(1), 4);
     EXPECT_EQ(Coordinates(4).GetDim(2), 1);
@@ -138,6 +148,21 @@ TEST(Coordinates, ApplyTransformationNeedsALayoutAbove) {
     ASSERT_TRUE(heading->ApplyTransformation(true));
     EXPECT_DOUBLE_EQ(heading->Get(2), 1.0);
     EXPECT_NEAR(heading->Get(0), 0.0, 1e-12);
+}
+
+TEST(Coordinates, InteractiveMoves) {
+    Coordinates point(1.0, 2.0, 3.0);
+    EXPECT_TRUE(point.ReceiveAction("movex", 0.5, 9.0));
+    EXPECT_TRUE(point.ReceiveAction("movey", 9.0, -1.0));
+    EXPECT_TRUE(point.ReceiveAction("movexy", 1.0, 1.0));
+    ExpectPoint(point, 2.5, 2.0, 3.0);
+    EXPECT_TRUE(point.ReceiveAction("scale", 2.0, 0.0));
+    ExpectPoint(point, 5.0, 4.0, 6.0);
+    EXPECT_FALSE(point.ReceiveAction("spin", 1.0, 1.0));
+
+    Direction d(1.0, 0.0, 0.0);
+    EXPECT_TRUE(d.ReceiveAction("movey", 0.0, 1.0));
+    EXPECT_DOUBLE_EQ(d.Get(1), std::sqrt(0.5));
 }
 
 TEST(CoordQUICK, FromAndWithMatrices) {

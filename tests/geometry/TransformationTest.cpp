@@ -331,6 +331,42 @@ TEST(Layout, SavesAndLoadsItsParts) {
     ExpectPoint(b, a.Get(0), a.Get(1), a.Get(2), 1e-9);
 }
 
+namespace {
+
+// Stands for an optic element: counts the rebuilds of its children.
+class OpticSpy : public SimObject {
+public:
+    OpticSpy() { objTypeStr = "OpticElement"; }
+    bool QuickSetToChildren(bool) override {
+        ++rebuilds;
+        return true;
+    }
+    int rebuilds = 0;
+};
+
+}  // namespace
+
+TEST(Layout, ApplyTransformationRebuildsAnOpticElementWithNewPositions) {
+    OpticSpy optic;
+    optic.Initialize();
+    optic.InitLayout();
+    Layout* layout = optic.GetLayout();
+    layout->ApplyTransformation(true);
+    EXPECT_EQ(optic.rebuilds, 0);  // no array
+    layout->InitArray();
+    EXPECT_TRUE(layout->GetArray()->PositionsChanged());
+    layout->ApplyTransformation(true);
+    EXPECT_EQ(optic.rebuilds, 1);
+    layout->GetArray()->SetPositionsChanged(false);
+    layout->ApplyTransformation(true);
+    EXPECT_EQ(optic.rebuilds, 1);
+
+    auto other = std::unique_ptr<SampleNode>(SampleNode::MakeUnder(nullptr, "plain"));
+    other->InitLayout();
+    other->GetLayout()->InitArray();
+    EXPECT_TRUE(other->GetLayout()->ApplyTransformation(true));
+}
+
 TEST(Array, ReadsItsParametersOncePerChange) {
     Array array;
     array.Initialize();
