@@ -77,8 +77,9 @@ bool Component::FromXml(CElement* element) {
 
     Direction* heading = dynamic_cast<Direction*>(GetChildNamed("heading"));
     LoadPointerByName<Direction>(&heading, element, "heading");
-    // An object with a layout has loaded it with its SimObject side already.
-    if (!hasLayout) LoadPointerByType<Layout>(&layout, element, "Layout");
+    // An object with a layout has loaded it with its SimObject side already; one that finds
+    // a layout in the file has one from now on.
+    if (!hasLayout && LoadPointerByType<Layout>(&layout, element, "Layout")) hasLayout = true;
     ApplyTransformation(true);
     return true;
 }

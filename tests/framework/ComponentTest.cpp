@@ -11,6 +11,7 @@
 #include "framework/Parameter.h"
 #include "geometry/Coordinates.h"
 #include "geometry/Direction.h"
+#include "geometry/Layout.h"
 #include "support/LogCapture.h"
 #include "support/SampleNode.h"
 #include "support/TempDir.h"
@@ -383,6 +384,35 @@ TEST(ComponentTest, EmptyDropsParametersAndChildren) {
     EXPECT_EQ(SimObject::GetObjectGlobally(frequencyId), nullptr);
     EXPECT_TRUE(tree->RestoreParameters());
     EXPECT_EQ(tree->GetChildCount(), 0);
+}
+
+TEST(ComponentTest, ALayoutIsSavedAndLoadedWithItsOwner) {
+    Component original;
+    original.Initialize();
+    ASSERT_TRUE(original.InitLayout());
+    Coordinates centre(1.0, 2.0, 3.0);
+    original.GetLayout()->setToCentre(centre);
+    Document document;
+    original.ToXml(&document, false);
+    ASSERT_TRUE(document.hasElement("Layout"));
+
+    for (bool declared : {false, true}) {
+        Component loaded;
+        loaded.SetHasLayout(declared);
+        loaded.Initialize();
+        ASSERT_TRUE(loaded.FromXml(&document));
+        ASSERT_NE(loaded.GetLayout(), nullptr);
+        EXPECT_EQ(loaded.GetLayout()->GetParent(), &loaded);
+        EXPECT_EQ(loaded.GetChildTyped("Layout"), loaded.GetLayout());
+        ASSERT_NE(loaded.GetGlobalTransformation(), nullptr);
+        Coordinates where;
+        loaded.GetLayout()->GetCentre(where);
+        EXPECT_DOUBLE_EQ(where.Get(0, false), 1.0);
+        EXPECT_DOUBLE_EQ(where.Get(2, false), 3.0);
+        // Removing the layout child forgets the layout.
+        EXPECT_TRUE(loaded.RemoveChildrenType("Layout", true));
+        EXPECT_EQ(loaded.GetLayout(), nullptr);
+    }
 }
 
 TEST(ComponentTest, SnapPointRoundsToTheGrid) {

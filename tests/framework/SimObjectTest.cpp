@@ -334,6 +334,8 @@ TEST(SimObjectTest, FromXmlReadsNamesButNotTheId) {
     element.setAttribute(A_OBJNAMEID, 7);
     element.setAttribute(A_QIKSET, true);
     element.setAttribute(A_CAPT, std::string("a caption"));
+    element.setAttribute(A_WILREND, false);
+    element.setAttribute(A_PNTTHICK, 3);
 
     SimObject plain;
     plain.Initialize();
@@ -347,6 +349,9 @@ TEST(SimObjectTest, FromXmlReadsNamesButNotTheId) {
     EXPECT_TRUE(plain.GetLoadedFromXml());
     EXPECT_EQ(plain.GetSourceElement(), &element);
     EXPECT_FALSE(plain.HasCaption());  // read only into a caption that exists
+    EXPECT_FALSE(plain.GetWillRender());
+    EXPECT_EQ(plain.GetPointThickness(), 3);
+    EXPECT_EQ(plain.GetLineThickness(), 1);
 
     SimObject captioned;
     captioned.SetCaption("old");
@@ -478,14 +483,6 @@ TEST(SimObjectTest, QuickSetFlagsPassDownTheTree) {
     root.SetUpdateQuickSet(false, false);
     EXPECT_TRUE(child->GetUpdateQuickSet());
     EXPECT_TRUE(root.QuickSetFromChildren());
-}
-
-TEST(SimObjectTest, TimeIsSharedByAllObjects) {
-    SimObject::SetTime(1.5);
-    SimObject::AdvanceTime(0.25);
-    EXPECT_DOUBLE_EQ(SimObject::GetTime(), 1.75);
-    SimObject::SetTime(0.0);
-    EXPECT_DOUBLE_EQ(SimObject::GetTime(), 0.0);
 }
 
 TEST(SimObjectTest, NamesCaptionsAndRenderIds) {
