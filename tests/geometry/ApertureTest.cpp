@@ -132,6 +132,11 @@ TEST(Function, SquaresStripsPolygonsAndSinglePoints) {
     EXPECT_DOUBLE_EQ(Value(*strip, 3.0, 0.5, 0.0), 0.5);
     EXPECT_DOUBLE_EQ(Value(*strip, 2.0, 1.0, 0.0), 1.0);
     EXPECT_GT(Value(*strip, 4.5, 0.0, 0.0), 1.0);
+    auto degenerate = MakeOutline(shapeValue::pointsWidth);
+    degenerate->SetParameterValue(PN_APSIZE, 2.0);
+    AddVector(*degenerate, "outlinePoint", 1.0, 1.0, 0.0);
+    AddVector(*degenerate, "outlinePoint", 1.0, 1.0, 5.0);  // the same point seen along z
+    EXPECT_FALSE(degenerate->IsUsable());
 
     // An L-shaped floor, not convex: the notch is outside.
     auto floor = MakeOutline(shapeValue::pointOutline);
