@@ -53,6 +53,10 @@ bool Coordinates::CheckEq(SimObject* other) {
     return MatrixTemplate<double>::CheckEq(static_cast<Coordinates*>(other));
 }
 
+bool Coordinates::ReceiveAction(const std::string& action, double x, double y) {
+    return MoveByAction(action, x, y) || MatrixTemplate<double>::ReceiveAction(action, x, y);
+}
+
 bool Coordinates::ApplyTransformation(bool forward) {
     Transformation* upper = GetUpperTransformation();
     if (upper == nullptr) return false;

@@ -18,6 +18,8 @@ public:
     Coordinates& operator=(const Coordinates& other);
     ~Coordinates() override;
 
+    // The interactive moves "movex", "movey", "movexy" and "scale"; others go to the base.
+    bool ReceiveAction(const std::string& action, double x, double y) override;
     using MatrixTemplate<double>::CheckEq;
     // Equal class names, then the matrix comparison.
     bool CheckEq(SimObject* other) override;

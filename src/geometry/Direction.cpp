@@ -78,6 +78,10 @@ bool Direction::CheckEq(Direction* other) {
     return MatrixTemplate<double>::CheckEq(other);
 }
 
+bool Direction::ReceiveAction(const std::string& action, double x, double y) {
+    return MoveByAction(action, x, y) || MatrixTemplate<double>::ReceiveAction(action, x, y);
+}
+
 bool Direction::ApplyTransformation(bool forward) {
     Transformation* upper = GetUpperTransformation();
     if (upper == nullptr) return false;

@@ -25,6 +25,8 @@ public:
     // The stored values are brought back to unit length after the load.
     bool FromXml(CElement* element) override;
     bool ToXml(CElement* element, bool leaveOutExpanded) override;
+    // The interactive moves "movex", "movey", "movexy" and "scale"; others go to the base.
+    bool ReceiveAction(const std::string& action, double x, double y) override;
     using MatrixTemplate<double>::CheckEq;
     // The matrix comparison, both sides normalised first.
     virtual bool CheckEq(Direction* other);

@@ -236,13 +236,17 @@ bool Function::ReadShapeNumbers() {
             dimensions = functionType == shapeValue::square ? 2 : 3;
             if (!hasSize) break;
             return functionType == shapeValue::square || RequireChildren(true);
-        case shapeValue::pointsWidth:
+        case shapeValue::pointsWidth: {
             dimensions = 2;
             if (!hasSize) break;
-            if (OutlinePoints().size() >= 2) return true;
+            const std::vector<VectorQUICK> ends = StripEnds();
+            const double length =
+                std::hypot(ends[1].data[0] - ends[0].data[0], ends[1].data[1] - ends[0].data[1]);
+            if (OutlinePoints().size() >= 2 && length > 0.0) return true;
             Log::log(1) << "Function::checkParams() - " << objName
-                        << ": a strip needs two \"outlinePoint\" children\n";
+                        << ": a strip needs two distinct \"outlinePoint\" children\n";
             return false;
+        }
         case shapeValue::pointOutline:
             dimensions = 2;
             if (OutlinePoints().size() >= 3) return true;
@@ -278,8 +282,17 @@ bool Function::ReadShapeNumbers() {
     return false;
 }
 
+int Function::CountParameter(eParamName name) {
+    for (SimObject* at = this; at != nullptr; at = at->GetParent()) {
+        auto* component = dynamic_cast<Component*>(at);
+        if (component != nullptr && component->GetCount(name) > 0) return component->GetCount(name);
+        if (at != this && !IsHolder(at)) break;
+    }
+    return 0;
+}
+
 bool Function::ReadPolynomial() {
-    coefficientCount = GetCount(PN_COEFF);
+    coefficientCount = CountParameter(PN_COEFF);
     ReadParameter<int>(PN_FUNCPARCNT, coefficientCount);
     coefficientCount = std::max(coefficientCount, 0);
     coefficients.assign(coefficientCount, 0.0);

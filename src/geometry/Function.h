@@ -139,6 +139,8 @@ private:
     bool ReadParameter(eParamName name, T& value);
     template <typename T>
     bool ReadParameterIndex(eParamName name, int index, T& value);
+    // The number of parameters of the name where ReadParameter would find them.
+    int CountParameter(eParamName name);
     // The first of the two names that is found.
     bool ReadEither(eParamName first, eParamName second, double& value);
     void ResetNumbers();

@@ -631,6 +631,15 @@ bool MatrixTemplate<X>::FromXml(CElement* element) {
 }
 
 template <typename X>
+bool MatrixTemplate<X>::MoveByAction(const std::string& action, double x, double y) {
+    UpdateChanges();
+    if (action == "movex" || action == "movexy") quickSet(0, quickGet(0) + x);
+    if ((action == "movey" || action == "movexy") && Count() > 1) quickSet(1, quickGet(1) + y);
+    if (action == "scale") *this *= x;
+    return action == "movex" || action == "movey" || action == "movexy" || action == "scale";
+}
+
+template <typename X>
 void MatrixTemplate<X>::Print() {
     UpdateChanges();
     Log::log(TRACE) << objTypeStr << " \"" << GetName() << "\" " << dim1 << " by " << dim2

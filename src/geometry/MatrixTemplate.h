@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "framework/Component.h"
@@ -141,6 +142,9 @@ public:
     virtual bool CheckEq(MatrixTemplate<double>* other);
 
 protected:
+    // The interactive edits of a point: "movex" adds x to the first element, "movey" y to
+    // the second, "movexy" both, "scale" multiplies all by x. False for any other action.
+    bool MoveByAction(const std::string& action, double x, double y);
     X* Active() { return transformed ? dataTrans : data; }
     const X* Active() const { return transformed ? dataTrans : data; }
     int Count() const { return dim1 * dim2; }

@@ -86,38 +86,45 @@ void Transformation::MovePoint(MatrixTemplate<double>& m, const double* in, int 
     }
 }
 
-bool Transformation::MoveCoordinates(MatrixTemplate<double>& m, Coordinates& in, Coordinates& out) {
+int Transformation::ReadPoint(MatrixTemplate<double>& in, double* values) {
     const int count = in.GetDim(1) * in.GetDim(2);
     if (count > MAX_DIMENSION + 1) {
         Log::log(1) << "Transformation::Transform() - a point of " << count
                     << " values is too long\n";
-        return false;
+        return -1;
     }
-    double values[MAX_DIMENSION + 1];
-    double moved[MAX_DIMENSION + 1];
     for (int i = 0; i < count; ++i) values[i] = in.Get(i);
-    MovePoint(m, values, count, moved);
+    return count;
+}
+
+void Transformation::WritePoint(MatrixTemplate<double>& in, MatrixTemplate<double>& out,
+                                const double* values, int count) {
     if (&out != &in) out.SetDim(in.GetDim(1), in.GetDim(2));
-    for (int i = 0; i < count; ++i) out.quickSet(i, moved[i]);
+    for (int i = 0; i < count; ++i) out.quickSet(i, values[i]);
+}
+
+bool Transformation::MoveCoordinates(MatrixTemplate<double>& m, Coordinates& in, Coordinates& out) {
+    double values[MAX_DIMENSION + 1] = {};
+    double moved[MAX_DIMENSION + 1] = {};
+    const int count = ReadPoint(in, values);
+    if (count < 0) return false;
+    MovePoint(m, values, count, moved);
+    WritePoint(in, out, moved, count);
     return true;
 }
 
+// The difference of the moved tip and the moved origin: the move itself cancels.
 bool Transformation::MoveDirection(MatrixTemplate<double>& m, Direction& in, Direction& out) {
-    const int count = in.GetDim(1) * in.GetDim(2);
-    if (count > MAX_DIMENSION + 1) {
-        Log::log(1) << "Transformation::Transform() - a direction of " << count
-                    << " values is too long\n";
-        return false;
-    }
-    double tip[MAX_DIMENSION + 1];
+    double tip[MAX_DIMENSION + 1] = {};
     const double base[MAX_DIMENSION + 1] = {};
-    double movedTip[MAX_DIMENSION + 1];
-    double movedBase[MAX_DIMENSION + 1];
-    for (int i = 0; i < count; ++i) tip[i] = in.Get(i);
+    double movedTip[MAX_DIMENSION + 1] = {};
+    double movedBase[MAX_DIMENSION + 1] = {};
+    const int count = ReadPoint(in, tip);
+    if (count < 0) return false;
     MovePoint(m, tip, count, movedTip);
     MovePoint(m, base, count, movedBase);
-    if (&out != &in) out.SetDim(in.GetDim(1), in.GetDim(2));
-    for (int i = 0; i < count; ++i) out.quickSet(i, movedTip[i] - movedBase[i]);
+    for (int i = 0; i < count; ++i) movedTip[i] -= movedBase[i];
+    WritePoint(in, out, movedTip, count);
     return true;
 }
 

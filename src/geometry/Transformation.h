@@ -76,6 +76,12 @@ private:
     // out = (in, 1) m: a point of fewer values than m has rows is extended by a last 1.0,
     // one of as many values is multiplied as it stands. out has count values.
     static void MovePoint(MatrixTemplate<double>& m, const double* in, int count, double* out);
+    // The values of a point into values; -1, logged, when it has more than a transformation
+    // takes.
+    static int ReadPoint(MatrixTemplate<double>& in, double* values);
+    // out takes in's dimensions (unless it is in) and the values.
+    static void WritePoint(MatrixTemplate<double>& in, MatrixTemplate<double>& out,
+                           const double* values, int count);
     static bool MoveCoordinates(MatrixTemplate<double>& m, Coordinates& in, Coordinates& out);
     static bool MoveDirection(MatrixTemplate<double>& m, Direction& in, Direction& out);
 

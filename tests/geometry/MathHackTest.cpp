@@ -67,7 +67,7 @@ TEST(MathHack, ZeroToleranceIsStrict) {
     EXPECT_FALSE(MATHHACK_isZero(-1e-9));
 }
 
-TEST(MathHack, LowDegreeSpecialCases) {
+TEST(MathHack, LowDegreeEdgeCases) {
     double s[4];
     const double flat[2] = {3.0, 0.0};
     EXPECT_EQ(MATHHACK_solveLinear(flat, s), 0);
