@@ -2,54 +2,45 @@
 
 #include <fstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "client/FakeServer.h"
-#include "client/LibClient.h"
 #include "client/LibClientLocal.h"
 #include "client/LibClientRemote.h"
-#include "support/TempDir.h"
 #include "support/LogCapture.h"
+#include "support/ServerProcess.h"
+#include "support/TempDir.h"
 #include "system/SystemRecords.h"
 
 namespace {
 
-// Answers every GET as a server with catalogues would.
+// Answers every GET as a server with catalogues would: lists named after their code, one
+// option of each kind, and a last error that counts the requests so far.
 void AnswerCatalogues(FakeServer& server, ClientServerMessage& request) {
-    if (!request.TestType(MSGTYPE_GET)) return;
     eMsg code = MSG_NONE;
-    request.GetMsg(code);
+    if (!request.TestType(MSGTYPE_GET) || !request.GetMsg(code)) return;
     ClientServerMessage reply;
     reply.SetType(MSGTYPE_GETREPLY);
     reply.SetMsg(code);
+    reply.SetMsg(std::vector<std::string>{"list " + std::to_string(code), "second"});
     if (code == MSG_VERSION) reply.SetMsg("beta");
     if (code == MSG_DATALOCATION) reply.SetMsg("/data");
-    if (code == MSG_LASTERROR) reply.SetMsg("last one");
-    if (code == MSG_APDETAILS) {
-        AccessPointOption option;
-        option.name = "ap-x";
-        option.antennaCount = 2;
-        reply.SetMsg(std::vector<AccessPointOption>{option});
-    } else if (code == MSG_ANTDETAILS) {
-        AntennaOption option;
-        option.name = "ant-y";
-        reply.SetMsg(std::vector<AntennaOption>{option});
-    } else {
-        reply.SetMsg(std::vector<std::string>{"list " + std::to_string(code), "second"});
-    }
+    if (code == MSG_LASTERROR) reply.SetMsg("last " + std::to_string(server.Received().size()));
+    AccessPointOption accessPoint;
+    accessPoint.name = "ap-x";
+    if (code == MSG_APDETAILS) reply.SetMsg(std::vector<AccessPointOption>{accessPoint});
+    AntennaOption antenna;
+    antenna.name = "ant-y";
+    if (code == MSG_ANTDETAILS) reply.SetMsg(std::vector<AntennaOption>{antenna});
     server.Send(reply);
 }
 
-// Returns each system it receives as the result of a run.
-void EchoSystem(FakeServer& server, ClientServerMessage& request) {
-    e_System_* system = nullptr;
-    if (!request.TestType(MSGTYPE_CONTROL) || !request.GetMsg(&system)) return;
-    system->xMax = 99;
-    ClientServerMessage reply;
-    reply.SetType(MSGTYPE_CONTROL);
-    reply.SetMsg(MSG_SYSTEMRESULT);
-    reply.SetMsg(system);
-    server.Send(reply);
+// Connects `client` and waits until `server` has taken the connection.
+void Connect(LibClientRemote& client, FakeServer& server) {
+    int before = server.connections;
+    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.port));
+    ASSERT_TRUE(WaitUntil([&] { return server.connections == before + 1; }));
 }
 
 // Takes and releases the system that the last result left behind.
@@ -59,67 +50,52 @@ void ReleaseReceivedSystem(LibClient& client) {
     clientReceivedSystem = nullptr;
 }
 
-std::vector<eMsg> ReceivedCodes(FakeServer& server) {
-    std::vector<eMsg> codes;
-    for (const ReceivedMessage& message : server.Received()) codes.push_back(message.msg);
-    return codes;
-}
-
 }  // namespace
 
-TEST(LibClient, RepliesFillVersionAndCatalogues) {
-    FakeServer server;
-    server.SetResponder(AnswerCatalogues);
+// A second request replaces the options rather than adding to them.
+TEST(LibClient, RequestResourcesFillsVersionAndCatalogues) {
+    FakeServer server(AnswerCatalogues);
     LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
+    Connect(client, server);
     EXPECT_TRUE(client.listenerRunning);
-    ASSERT_TRUE(client.RequestResources());
-    ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::lastError) == "last one"; }));
+    for (const char* lastError : {"last 12", "last 24"}) {
+        ASSERT_TRUE(client.RequestResources());
+        ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::lastError) == lastError; }));
+    }
+    std::vector<eMsg> once = {MSG_VERSION,    MSG_MATERIALNAMES, MSG_MATERIALDESC, MSG_APNAMES,
+                              MSG_APDESC,     MSG_APDETAILS,     MSG_ANTNAMES,     MSG_ANTDESC,
+                              MSG_ANTDETAILS, MSG_DATALOCATION,  MSG_ERRORLOG,     MSG_LASTERROR};
+    std::vector<eMsg> twice = once;
+    twice.insert(twice.end(), once.begin(), once.end());
+    EXPECT_EQ(server.ReceivedCodes(), twice);
 
-    EXPECT_EQ(ReceivedCodes(server),
-              (std::vector<eMsg>{MSG_VERSION, MSG_MATERIALNAMES, MSG_MATERIALDESC, MSG_APNAMES,
-                                 MSG_APDESC, MSG_APDETAILS, MSG_ANTNAMES, MSG_ANTDESC,
-                                 MSG_ANTDETAILS, MSG_DATALOCATION, MSG_ERRORLOG, MSG_LASTERROR}));
     EXPECT_EQ(client.Read(&LibProcessor::libVersion), "beta");
-    EXPECT_EQ(client.Read(&LibProcessor::materialNames),
-              (std::vector<std::string>{"list 17", "second"}));
-    EXPECT_EQ(client.Read(&LibProcessor::materialDescriptions)[0], "list 18");
-    EXPECT_EQ(client.Read(&LibProcessor::apNames)[0], "list 19");
-    EXPECT_EQ(client.Read(&LibProcessor::apDescriptions)[0], "list 20");
-    EXPECT_EQ(client.Read(&LibProcessor::antennaNames)[0], "list 22");
-    EXPECT_EQ(client.Read(&LibProcessor::antennaDescriptions)[0], "list 23");
-    EXPECT_EQ(client.Read(&LibProcessor::errorList)[0], "list 29");
     EXPECT_EQ(client.Read(&LibProcessor::dataLocation), "/data");
+    using List = std::vector<std::string> LibProcessor::*;
+    for (auto [field, code] :
+         {std::pair<List, eMsg>{&LibProcessor::materialNames, MSG_MATERIALNAMES},
+          {&LibProcessor::materialDescriptions, MSG_MATERIALDESC},
+          {&LibProcessor::apNames, MSG_APNAMES},
+          {&LibProcessor::apDescriptions, MSG_APDESC},
+          {&LibProcessor::antennaNames, MSG_ANTNAMES},
+          {&LibProcessor::antennaDescriptions, MSG_ANTDESC},
+          {&LibProcessor::errorList, MSG_ERRORLOG}}) {
+        EXPECT_EQ(client.Read(field),
+                  (std::vector<std::string>{"list " + std::to_string(code), "second"}));
+    }
     std::vector<AccessPointOption> accessPoints = client.Read(&LibProcessor::apOptions);
     ASSERT_EQ(accessPoints.size(), 1u);
     EXPECT_EQ(accessPoints[0].name, "ap-x");
-    EXPECT_EQ(accessPoints[0].antennaCount, 2);
     std::vector<AntennaOption> antennas = client.Read(&LibProcessor::antennaOptions);
     ASSERT_EQ(antennas.size(), 1u);
     EXPECT_EQ(antennas[0].name, "ant-y");
-
-    // A second round replaces the options rather than adding to them.
-    server.SetResponder([](FakeServer& fake, ClientServerMessage& request) {
-        if (!request.TestMsg(MSG_LASTERROR)) return AnswerCatalogues(fake, request);
-        ClientServerMessage reply;
-        reply.SetType(MSGTYPE_GETREPLY);
-        reply.SetMsg(MSG_LASTERROR);
-        reply.SetMsg("last two");
-        fake.Send(reply);
-    });
-    ASSERT_TRUE(client.RequestResources());
-    ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::lastError) == "last two"; }));
-    EXPECT_EQ(client.Read(&LibProcessor::apOptions).size(), 1u);
-    EXPECT_EQ(client.Read(&LibProcessor::antennaOptions).size(), 1u);
 }
 
 TEST(LibClient, StateUpdatesAndStatusReplies) {
     LogCapture capture;
     FakeServer server;
     LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("localhost", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-
+    Connect(client, server);
     server.Send(MSGTYPE_STATEUPDATE, MSG_UPDATERUNNING);
     ASSERT_TRUE(WaitUntil([&] { return client.processing.load(); }));
     server.Send(MSGTYPE_STATEUPDATE, MSG_UPDATESUCCESS);
@@ -134,33 +110,68 @@ TEST(LibClient, StateUpdatesAndStatusReplies) {
 
     // A finished calculation makes the client leave on its own.
     server.Send(MSGTYPE_STATUSREPLY, MSG_CALCSUCCESS);
-    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected(); }));
-    ASSERT_TRUE(WaitUntil([&] { return !server.Connected(); }));
-    EXPECT_EQ(ReceivedCodes(server), std::vector<eMsg>{MSG_DISCONNECT});
+    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected() && server.connection == -1; }));
+    EXPECT_EQ(server.ReceivedCodes(), std::vector<eMsg>{MSG_DISCONNECT});
     EXPECT_FALSE(client.listenerRunning);
 }
 
-TEST(LibClient, ServerDisconnectIsAnswered) {
+// The client disconnects once; the server's disconnect is answered; a server that closes
+// the connection leaves the client unconnected, and it can connect again.
+TEST(LibClient, DisconnectFromEitherSide) {
+    LogCapture capture;
     FakeServer server;
-    LibClientLocal client;
-    ASSERT_TRUE(client.ConnectToServer(server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
+    LibClientRemote client;
+    Connect(client, server);
+    EXPECT_TRUE(client.Disconnect(false));
+    EXPECT_FALSE(client.IsConnected());
+    EXPECT_FALSE(client.listenerRunning);
+    EXPECT_FALSE(capture.Contains("LibClient::Disconnect() - not connected\n"));
+    EXPECT_FALSE(client.Disconnect(false));
+    EXPECT_TRUE(capture.Contains("LibClient::Disconnect() - not connected\n"));
+    ASSERT_TRUE(WaitUntil([&] { return server.connection == -1; }));
+    EXPECT_EQ(server.ReceivedCodes(), std::vector<eMsg>{MSG_DISCONNECT});
+
+    Connect(client, server);
     server.Send(MSGTYPE_CONTROL, MSG_DISCONNECT);
-    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected(); }));
-    ASSERT_TRUE(WaitUntil([&] { return server.Received().size() == 1; }));
-    EXPECT_TRUE(server.Received()[0].type == MSGTYPE_CONTROL);
-    EXPECT_EQ(server.Received()[0].msg, MSG_DISCONNECT);
+    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected() && server.Received().size() == 2; }));
+    EXPECT_EQ(server.Received()[1].type, MSGTYPE_CONTROL);
+    EXPECT_EQ(server.Received()[1].msg, MSG_DISCONNECT);
+
+    Connect(client, server);
+    server.CloseClient();
+    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected() && !client.listenerRunning; }));
+    EXPECT_FALSE(client.GetState());
+    EXPECT_TRUE(capture.Contains("LibClient::SendRawMessage() - but not connected\n"));
+    ClientServerMessage msg;
+    EXPECT_FALSE(client.GetMsg(msg));
+    EXPECT_TRUE(capture.Contains("LibClient::GetMsg() - but not connected\n"));
+
+    Connect(client, server);
+    EXPECT_TRUE(client.StopProcessing());
+    ASSERT_TRUE(WaitUntil([&] { return server.Received().size() == 3; }));
+    EXPECT_EQ(server.Received()[2].msg, MSG_STOPPROCESSING);
+    EXPECT_EQ(server.connections, 4);
 }
 
 TEST(LibClient, ReturnedSystemLandsInTheGlobalAndTheCallerKeepsItsOwn) {
     TempDir directory;
     std::string osmFile = directory.File("map.osm");
     std::ofstream(osmFile) << "<osm version='0.6'/>";
-
-    FakeServer server;
-    server.SetResponder(EchoSystem);
+    std::string osmSent;
+    // Returns each system it receives, with xMax set, as the result of a run.
+    FakeServer server([&](FakeServer& fake, ClientServerMessage& request) {
+        e_System_* system = nullptr;
+        if (!request.GetMsg(&system)) return;
+        osmSent = system->osmContent == nullptr ? "" : system->osmContent;
+        system->xMax = 99;
+        ClientServerMessage reply;
+        reply.SetType(MSGTYPE_CONTROL);
+        reply.SetMsg(MSG_SYSTEMRESULT);
+        reply.SetMsg(system);
+        fake.Send(reply);
+    });
     LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
+    Connect(client, server);
 
     e_System_* system = NewSystemIndoor(nullptr);
     system->osmFile = CopyString(osmFile.c_str());
@@ -169,17 +180,12 @@ TEST(LibClient, ReturnedSystemLandsInTheGlobalAndTheCallerKeepsItsOwn) {
     EXPECT_TRUE(client.processing);
     EXPECT_FALSE(client.updateSuccessful);
     ASSERT_TRUE(WaitUntil([&] { return client.GetSystemReply() != nullptr; }));
-
     e_System_* result = client.GetSystemReply();
     EXPECT_DOUBLE_EQ(result->xMax, 99);
-    ASSERT_NE(result->accessPoints, nullptr);
     EXPECT_STREQ(result->accessPoints->name, "ap1");
     EXPECT_STREQ(system->osmContent, "<osm version='0.6'/>");
-    std::vector<ReceivedMessage> received = server.Received();
-    ASSERT_EQ(received.size(), 1u);
-    EXPECT_EQ(received[0].msg, MSG_BOUNCESYSTEM);
-    EXPECT_TRUE(received[0].hadSystem);
-    EXPECT_EQ(received[0].osmContent, "<osm version='0.6'/>");
+    EXPECT_EQ(osmSent, "<osm version='0.6'/>");
+    EXPECT_EQ(server.ReceivedCodes(), std::vector<eMsg>{MSG_BOUNCESYSTEM});
 
     // A new request forgets the last result, which the caller has taken.
     ASSERT_TRUE(client.ProcessSystem(system));
@@ -203,16 +209,14 @@ TEST(LibClient, CallbacksRunInOrderEachOnItsOwnParse) {
     client.AddReceiveMesageCallback([&](ClientServerMessage& msg) {
         std::lock_guard<std::mutex> guard(lock);
         e_System_* system = nullptr;
-        bool hasSystem = msg.GetMsg(&system);
-        calls.push_back(hasSystem ? "second with system" : "second without system");
+        calls.push_back(msg.GetMsg(&system) ? "second with system" : "second without system");
         DeleteSystem(&system);
     });
     client.AddReceiveMesageCallback([&](ClientServerMessage& msg) {
         std::lock_guard<std::mutex> guard(lock);
         calls.push_back(msg.TestMsg(MSG_SYSTEMRESULT) ? "third result" : "third other");
     });
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
+    Connect(client, server);
 
     ClientServerMessage result;
     result.SetType(MSGTYPE_CONTROL);
@@ -225,64 +229,16 @@ TEST(LibClient, CallbacksRunInOrderEachOnItsOwnParse) {
         std::lock_guard<std::mutex> guard(lock);
         return calls.size() == 4;
     }));
-    std::string printed = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(printed, "received msg .. error\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "received msg .. error\n");
     EXPECT_NE(client.GetSystemReply(), nullptr);
     EXPECT_EQ(calls, (std::vector<std::string>{"second with system", "third result",
                                                "second without system", "third other"}));
     ReleaseReceivedSystem(client);
 }
 
-TEST(LibClient, SecondDisconnectOnlyLogs) {
-    LogCapture capture;
-    FakeServer server;
-    LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-    EXPECT_TRUE(client.Disconnect(false));
-    EXPECT_FALSE(client.IsConnected());
-    EXPECT_FALSE(client.listenerRunning);
-    ASSERT_TRUE(WaitUntil([&] { return !server.Connected(); }));
-    EXPECT_EQ(ReceivedCodes(server), std::vector<eMsg>{MSG_DISCONNECT});
-    EXPECT_FALSE(capture.Contains("LibClient::Disconnect() - not connected\n"));
-
-    EXPECT_FALSE(client.Disconnect(false));
-    EXPECT_TRUE(capture.Contains("LibClient::Disconnect() - not connected\n"));
-    EXPECT_EQ(server.Received().size(), 1u);
-    EXPECT_EQ(server.Connections(), 1);
-}
-
-TEST(LibClient, ServerClosingEndsTheConnection) {
-    LogCapture capture;
-    FakeServer server;
-    LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-    server.CloseClient();
-    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected(); }));
-    ASSERT_TRUE(WaitUntil([&] { return !client.listenerRunning.load(); }));
-
-    EXPECT_FALSE(client.GetState());
-    EXPECT_TRUE(capture.Contains("LibClient::SendRawMessage() - but not connected\n"));
-    ClientServerMessage msg;
-    EXPECT_FALSE(client.GetMsg(msg));
-    EXPECT_TRUE(capture.Contains("LibClient::GetMsg() - but not connected\n"));
-
-    // The same client connects again once the old connection is gone.
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connections() == 2; }));
-    EXPECT_TRUE(client.StopProcessing());
-    ASSERT_TRUE(WaitUntil([&] { return server.Received().size() == 1; }));
-    EXPECT_EQ(server.Received()[0].msg, MSG_STOPPROCESSING);
-}
-
 TEST(LibClient, ConnectionFailuresAreReported) {
     LogCapture capture;
-    int port = 0;
-    {
-        FakeServer closed;
-        port = closed.Port();
-    }
+    int port = ServerProcess::FreePort();
     LibClientRemote client;
     EXPECT_FALSE(client.ConnectToServer("127.0.0.1", port));
     EXPECT_TRUE(capture.Contains("Error : Connect Failed \n"));
@@ -293,17 +249,16 @@ TEST(LibClient, ConnectionFailuresAreReported) {
 
 TEST(LibClientLocal, SettingsAndShutdownReachTheServer) {
     LogCapture capture;
-    FakeServer server;
-    server.SetResponder([](FakeServer& fake, ClientServerMessage& request) {
+    FakeServer server([](FakeServer& fake, ClientServerMessage& request) {
         if (request.TestMsg(MSG_SHUTDOWN)) fake.CloseClient();
         AnswerCatalogues(fake, request);
     });
     LibClientLocal client;
-    ASSERT_TRUE(client.ConnectToServer(server.Port()));
+    ASSERT_TRUE(client.ConnectToServer(server.port));
     EXPECT_TRUE(client.SetDataLocation("/tmp/somewhere"));
     EXPECT_TRUE(client.SetServerThreaded(false));
     EXPECT_TRUE(client.SetServerParallel(true));
-    std::string location = "unset";
+    std::string location;
     EXPECT_TRUE(client.GetDataLocation(location));
     ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::dataLocation) == "/data"; }));
     EXPECT_FALSE(client.UpdateOnline());
@@ -321,7 +276,6 @@ TEST(LibClientLocal, SettingsAndShutdownReachTheServer) {
     EXPECT_NE(received[2].text.find("string=\"true\""), std::string::npos);
     EXPECT_EQ(received[3].type, MSGTYPE_GET);
     EXPECT_EQ(received[4].msg, MSG_SHUTDOWN);
-
     EXPECT_FALSE(client.StopServer());
     EXPECT_TRUE(capture.Contains("LibClientLocal::StopServer() - not connected to server\n"));
 }

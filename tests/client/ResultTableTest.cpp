@@ -63,16 +63,13 @@ TEST(CatalogueListing, PrintsWhatTheRepliesStored) {
     reply.SetMsg(MSG_VERSION);
     reply.SetMsg("beta");
     processor.ProcessMessage(reply);
-    reply.SetMsg(MSG_MATERIALNAMES);
-    reply.SetMsg(std::vector<std::string>{"Vacuum/ air", "Concrete (ITU)"});
-    processor.ProcessMessage(reply);
     reply.SetMsg(MSG_MATERIALDESC);
     reply.SetMsg(std::vector<std::string>{"material Concrete\nsecond line\n"});
     processor.ProcessMessage(reply);
     AccessPointOption option;
-    option.brand = std::string("Acme");
-    option.name = std::string("X1");
-    option.description = std::string("dual band");
+    option.brand = "Acme";
+    option.name = "X1";
+    option.description = "dual band";
     reply.SetMsg(MSG_APDETAILS);
     reply.SetMsg(std::vector<AccessPointOption>{option});
     processor.ProcessMessage(reply);
@@ -81,9 +78,7 @@ TEST(CatalogueListing, PrintsWhatTheRepliesStored) {
     CatalogueListing(processor).Print(text);
     EXPECT_EQ(text.str(),
               "server version: beta\n"
-              "materials (2)\n"
-              "    Vacuum/ air\n"
-              "    Concrete (ITU)\n"
+              "materials (0)\n"
               "material descriptions (1)\n"
               "    material Concrete\n"
               "    second line\n"
