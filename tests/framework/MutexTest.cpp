@@ -19,17 +19,17 @@ bool OtherThreadLocks(Mutex& mutex) {
 
 }  // namespace
 
+// The timed lock fails while another thread holds the mutex; the owner may lock again,
+// copies share the lock, and only the owner unlocks.
 TEST(Mutex, TimedLockFailsWhileAnotherThreadHolds) {
     Mutex mutex;
     Mutex copy = mutex;
     ASSERT_TRUE(mutex.Lock(true));
-    EXPECT_TRUE(mutex.Lock(false));  // the owner may lock again
+    EXPECT_TRUE(mutex.Lock(false));
     EXPECT_FALSE(OtherThreadLocks(mutex));
     EXPECT_FALSE(OtherThreadLocks(copy));
-
     bool strangerUnlocked = true;
-    std::thread stranger([&] { strangerUnlocked = mutex.Unlock(); });
-    stranger.join();
+    std::thread([&] { strangerUnlocked = mutex.Unlock(); }).join();
     EXPECT_FALSE(strangerUnlocked);
 
     EXPECT_TRUE(mutex.Unlock());

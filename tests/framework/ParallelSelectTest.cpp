@@ -2,55 +2,30 @@
 
 #include "framework/ParallelSelect.h"
 
-namespace {
-
-const eParallelSection allSections[] = {parallelNone,
-                                        parallelBeamsToTestPoints,
-                                        parallelSpare2,
-                                        parallelVolumeToInterface,
-                                        parallelInterfaceToVolume,
-                                        parallelSetRays,
-                                        parallelSpare6,
-                                        parallelVolumeTransmit};
-
-}  // namespace
-
-TEST(ParallelSelect, ConstructorFlagDecidesEverySection) {
-    ParallelSelect serial(false);
-    ParallelSelect parallel(true);
-    for (eParallelSection section : allSections) {
-        EXPECT_FALSE(serial.IsParallelAvailable(section)) << section;
-        EXPECT_TRUE(parallel.IsParallelAvailable(section)) << section;
-        EXPECT_FALSE(serial.IsParallelForced(section)) << section;
-        EXPECT_FALSE(parallel.IsParallelForced(section)) << section;
+// The constructor's flag decides every section; entries set one by one apply without it,
+// and assignment copies both while the two objects then share one lock.
+TEST(ParallelSelect, FlagEntriesAndAssignment) {
+    ParallelSelect serial(false), parallel(true);
+    for (int section = parallelNone; section <= parallelVolumeTransmit; ++section) {
+        auto which = static_cast<eParallelSection>(section);
+        EXPECT_FALSE(serial.IsParallelAvailable(which)) << section;
+        EXPECT_TRUE(parallel.IsParallelAvailable(which)) << section;
+        EXPECT_FALSE(serial.IsParallelForced(which) || parallel.IsParallelForced(which));
     }
-}
 
-TEST(ParallelSelect, EntriesApplyWithoutTheAllFlag) {
-    ParallelSelect select(false);
-    select.SetAvailable(parallelSetRays, true);
-    select.SetAvailable(parallelVolumeTransmit, false);
-    select.SetForced(parallelVolumeTransmit, true);
-    EXPECT_TRUE(select.IsParallelAvailable(parallelSetRays));
-    EXPECT_FALSE(select.IsParallelAvailable(parallelVolumeTransmit));
-    EXPECT_FALSE(select.IsParallelAvailable(parallelBeamsToTestPoints));
-    EXPECT_TRUE(select.IsParallelForced(parallelVolumeTransmit));
-    EXPECT_FALSE(select.IsParallelForced(parallelSetRays));
-}
-
-// Assignment copies the flags and entries, and the two objects then share one lock.
-TEST(ParallelSelect, AssignmentCopiesSelectionAndLock) {
-    ParallelSelect source(false);
-    source.SetAvailable(parallelInterfaceToVolume, true);
-    source.SetForced(parallelSetRays, true);
-    ParallelSelect target(true);
-    target = source;
-    EXPECT_TRUE(target.IsParallelAvailable(parallelInterfaceToVolume));
-    EXPECT_FALSE(target.IsParallelAvailable(parallelVolumeToInterface));
-    EXPECT_TRUE(target.IsParallelForced(parallelSetRays));
-
-    ASSERT_TRUE(source.lock(true));
-    EXPECT_TRUE(target.isLocked());
-    source.unlock();
-    EXPECT_FALSE(target.isLocked());
+    serial.SetAvailable(parallelSetRays, true);
+    serial.SetAvailable(parallelVolumeTransmit, false);
+    serial.SetForced(parallelVolumeTransmit, true);
+    parallel = serial;
+    for (ParallelSelect* select : {&serial, &parallel}) {
+        EXPECT_TRUE(select->IsParallelAvailable(parallelSetRays));
+        EXPECT_FALSE(select->IsParallelAvailable(parallelVolumeTransmit));
+        EXPECT_FALSE(select->IsParallelAvailable(parallelBeamsToTestPoints));
+        EXPECT_TRUE(select->IsParallelForced(parallelVolumeTransmit));
+        EXPECT_FALSE(select->IsParallelForced(parallelSetRays));
+    }
+    ASSERT_TRUE(serial.lock(true));
+    EXPECT_TRUE(parallel.isLocked());
+    serial.unlock();
+    EXPECT_FALSE(parallel.isLocked());
 }
