@@ -2,7 +2,6 @@
 
 #include <sstream>
 
-#include "client/CatalogueListing.h"
 #include "client/ResultTable.h"
 #include "support/TempDir.h"
 #include "system/SystemRecords.h"
@@ -54,39 +53,4 @@ TEST(ResultTable, OneRowPerSignalAsTextAndCsv) {
     std::ostringstream empty;
     ResultTable(nullptr).PrintText(empty);
     EXPECT_EQ(empty.str(), "sample point  access point  power (dBm)  path loss (dB)  paths\n");
-}
-
-TEST(CatalogueListing, PrintsWhatTheRepliesStored) {
-    LibProcessor processor;
-    ClientServerMessage reply;
-    reply.SetType(MSGTYPE_GETREPLY);
-    reply.SetMsg(MSG_VERSION);
-    reply.SetMsg("beta");
-    processor.ProcessMessage(reply);
-    reply.SetMsg(MSG_MATERIALDESC);
-    reply.SetMsg(std::vector<std::string>{"material Concrete\nsecond line\n"});
-    processor.ProcessMessage(reply);
-    AccessPointOption option;
-    option.brand = "Acme";
-    option.name = "X1";
-    option.description = "dual band";
-    reply.SetMsg(MSG_APDETAILS);
-    reply.SetMsg(std::vector<AccessPointOption>{option});
-    processor.ProcessMessage(reply);
-
-    std::ostringstream text;
-    CatalogueListing(processor).Print(text);
-    EXPECT_EQ(text.str(),
-              "server version: beta\n"
-              "materials (0)\n"
-              "material descriptions (1)\n"
-              "    material Concrete\n"
-              "    second line\n"
-              "access points (0)\n"
-              "access point descriptions (0)\n"
-              "access point details (1)\n"
-              "    Acme X1: dual band\n"
-              "antennas (0)\n"
-              "antenna descriptions (0)\n"
-              "antenna details (0)\n");
 }

@@ -14,24 +14,24 @@
 
 namespace {
 
-using namespace std::chrono_literals;
-
-// What the tasks of one run share: the threads they ran on, how many have arrived, and
-// whether held tasks may go on. Waits are bounded: a fault shows as a failed expectation,
-// not as a hung test.
+// What the tasks of a run share: the threads they ran on, how many have started, and
+// whether they may end. A task holds until released, for ten seconds at most: a fault
+// shows as a failed expectation, not as a hung test.
 struct Meeting {
     std::mutex mutex;
     std::condition_variable changed;
     std::set<std::thread::id> threads;
-    int arrived = 0;
-    int waitFor = 0;    // the first this many tasks wait until that many have arrived
-    bool hold = false;  // every task waits until released
+    int started = 0;
     bool released = false;
 
     void Release() {
         std::lock_guard<std::mutex> guard(mutex);
         released = true;
         changed.notify_all();
+    }
+    int Started() {
+        std::lock_guard<std::mutex> guard(mutex);
+        return started;
     }
 };
 
@@ -49,16 +49,12 @@ void* MeetingTask(void* argument) {
     Meeting& meeting = content->meeting;
     std::unique_lock<std::mutex> lock(meeting.mutex);
     meeting.threads.insert(std::this_thread::get_id());
-    if (meeting.arrived++ < meeting.waitFor) {
-        meeting.changed.notify_all();
-        meeting.changed.wait_for(lock, 5s, [&] { return meeting.arrived >= meeting.waitFor; });
-    }
-    meeting.changed.notify_all();
-    if (meeting.hold) meeting.changed.wait_for(lock, 10s, [&] { return meeting.released; });
+    meeting.started++;
+    meeting.changed.wait_for(lock, std::chrono::seconds(10), [&] { return meeting.released; });
     return nullptr;
 }
 
-// A task list of `count` tasks that meet at `meeting`.
+// A task list of `count` tasks that meet at `meeting`, run on a thread of its own.
 struct Section {
     Section(int count, Meeting& meeting) : count(count), list(NexoBase::NewTaskList(count)) {
         for (int i = 0; i < count; i++) {
@@ -66,9 +62,16 @@ struct Section {
             list[i] = new NexoBase::ProcessTask(contents.back(), MeetingTask);
         }
     }
-    ~Section() { NexoBase::DeleteTasks(list, count); }
-    bool Run() { return NexoBase::ThreadedProcessTasks(list, count); }
-    bool EachRanOnce() const {
+    ~Section() {
+        if (runner.joinable()) runner.join();
+        NexoBase::DeleteTasks(list, count);
+    }
+    void Start() {
+        runner = std::thread([this] { EXPECT_FALSE(NexoBase::ThreadedProcessTasks(list, count)); });
+    }
+    // Joins the run; true if every task ran exactly once.
+    bool EachRanOnce() {
+        runner.join();
         for (Content* content : contents) {
             if (content->runs != 1) return false;
         }
@@ -79,6 +82,7 @@ struct Section {
     NexoBase::ProcessTask** list;
     std::vector<Content*> contents;
     std::atomic<int> deleted{0};
+    std::thread runner;
 };
 
 // The processor count is overridden by the tests and asked anew afterwards.
@@ -92,31 +96,29 @@ protected:
 
 }  // namespace
 
-// Threads = min(processors, tasks), and every task runs exactly once.
+// Threads = min(processors, tasks); every task runs exactly once; a list whose first entry
+// is null runs nothing.
 TEST_F(NexoBaseThreads, TaskListsRunOnMinOfProcessorsAndTasks) {
     struct Case {
-        int processors, tasks;
-        size_t threads;
+        int processors, tasks, threads;
+        bool firstNull;
     };
-    for (Case c : {Case{8, 3, 3}, Case{3, 8, 3}, Case{4, 0, 0}}) {
+    for (Case c :
+         {Case{8, 3, 3, false}, Case{3, 8, 3, false}, Case{4, 0, 0, false}, Case{4, 3, 0, true}}) {
         NexoBase::SetNumProcs(c.processors);
         EXPECT_EQ(NexoBase::GetNumProcs(), c.processors);
         Meeting meeting;
-        meeting.waitFor = std::min(c.processors, c.tasks);
         Section section(c.tasks, meeting);
-        EXPECT_FALSE(section.Run());
-        EXPECT_EQ(meeting.threads.size(), c.threads) << c.processors << " " << c.tasks;
-        EXPECT_TRUE(section.EachRanOnce());
+        NexoBase::ProcessTask* first = c.firstNull ? section.list[0] : nullptr;
+        if (c.firstNull) section.list[0] = nullptr;
+        section.Start();
+        EXPECT_TRUE(WaitUntil([&] { return meeting.Started() == c.threads; }));
+        EXPECT_TRUE(WaitUntil([&] { return NexoBase::GetThreadCount() == c.threads; }));
+        meeting.Release();
+        EXPECT_EQ(section.EachRanOnce(), !c.firstNull || c.tasks == 0);
+        EXPECT_EQ(meeting.threads.size(), static_cast<size_t>(c.threads));
+        if (c.firstNull) section.list[0] = first;
     }
-
-    // A list whose first entry is null runs nothing.
-    Meeting meeting;
-    Section section(3, meeting);
-    NexoBase::ProcessTask* first = section.list[0];
-    section.list[0] = nullptr;
-    EXPECT_FALSE(section.Run());
-    EXPECT_TRUE(meeting.threads.empty());
-    section.list[0] = first;
 }
 
 // Workers of all sections count against twice the processors.
@@ -124,24 +126,16 @@ TEST_F(NexoBaseThreads, CanAddThreadsBelowTwiceTheProcessors) {
     NexoBase::SetNumProcs(4);
     EXPECT_TRUE(NexoBase::CanAddThreads());
     Meeting meeting;
-    meeting.hold = true;
     Section four(4, meeting), three(3, meeting), one(1, meeting);
-    std::thread runFour([&] { four.Run(); });
-    std::thread runThree([&] { three.Run(); });
-    bool reachedSeven = WaitUntil([] { return NexoBase::GetThreadCount() == 7; });
-    bool canAtSeven = NexoBase::CanAddThreads();
-    std::thread runOne([&] { one.Run(); });
-    bool reachedEight = WaitUntil([] { return NexoBase::GetThreadCount() == 8; });
-    bool canAtEight = NexoBase::CanAddThreads();
+    four.Start();
+    three.Start();
+    EXPECT_TRUE(WaitUntil([] { return NexoBase::GetThreadCount() == 7; }));
+    EXPECT_TRUE(NexoBase::CanAddThreads());
+    one.Start();
+    EXPECT_TRUE(WaitUntil([] { return NexoBase::GetThreadCount() == 8; }));
+    EXPECT_FALSE(NexoBase::CanAddThreads());
     meeting.Release();
-    runFour.join();
-    runThree.join();
-    runOne.join();
-
-    EXPECT_TRUE(reachedSeven && canAtSeven);
-    EXPECT_TRUE(reachedEight);
-    EXPECT_FALSE(canAtEight);
-    EXPECT_TRUE(four.EachRanOnce() && three.EachRanOnce() && one.EachRanOnce());
+    for (Section* section : {&four, &three, &one}) EXPECT_TRUE(section->EachRanOnce());
     EXPECT_TRUE(NexoBase::CanAddThreads());
 }
 
