@@ -14,15 +14,15 @@
 
 namespace {
 
-// What the tasks of a run share: the threads they ran on, how many have started, and
-// whether they may end. A task holds until released, for ten seconds at most: a fault
-// shows as a failed expectation, not as a hung test.
+// What the tasks of a run share. A task notes its thread and holds until released, for ten
+// seconds at most: a fault shows as a failed expectation, not as a hung test.
 struct Meeting {
     std::mutex mutex;
     std::condition_variable changed;
     std::set<std::thread::id> threads;
     int started = 0;
     bool released = false;
+    std::atomic<int> deleted{0};
 
     void Release() {
         std::lock_guard<std::mutex> guard(mutex);
@@ -35,55 +35,40 @@ struct Meeting {
     }
 };
 
-struct Content : NexoBase::ContentBase {
-    Content(Meeting& at, std::atomic<int>& deletions) : meeting(at), deleted(deletions) {}
-    ~Content() override { deleted++; }
+struct Task : NexoBase::ContentBase {
+    explicit Task(Meeting& at) : meeting(at) {}
+    ~Task() override { meeting.deleted++; }
     Meeting& meeting;
-    std::atomic<int>& deleted;
-    std::atomic<int> runs{0};
+    int runs = 0;
 };
 
-void* MeetingTask(void* argument) {
-    auto* content = static_cast<Content*>(argument);
-    content->runs++;
-    Meeting& meeting = content->meeting;
+void* Meet(void* argument) {
+    auto* task = static_cast<Task*>(argument);
+    Meeting& meeting = task->meeting;
     std::unique_lock<std::mutex> lock(meeting.mutex);
+    task->runs++;
     meeting.threads.insert(std::this_thread::get_id());
     meeting.started++;
     meeting.changed.wait_for(lock, std::chrono::seconds(10), [&] { return meeting.released; });
     return nullptr;
 }
 
-// A task list of `count` tasks that meet at `meeting`, run on a thread of its own.
-struct Section {
-    Section(int count, Meeting& meeting) : count(count), list(NexoBase::NewTaskList(count)) {
-        for (int i = 0; i < count; i++) {
-            contents.push_back(new Content(meeting, deleted));
-            list[i] = new NexoBase::ProcessTask(contents.back(), MeetingTask);
-        }
-    }
-    ~Section() {
-        if (runner.joinable()) runner.join();
-        NexoBase::DeleteTasks(list, count);
-    }
-    void Start() {
-        runner = std::thread([this] { EXPECT_FALSE(NexoBase::ThreadedProcessTasks(list, count)); });
-    }
-    // Joins the run; true if every task ran exactly once.
-    bool EachRanOnce() {
-        runner.join();
-        for (Content* content : contents) {
-            if (content->runs != 1) return false;
-        }
-        return true;
-    }
+NexoBase::ProcessTask** MakeTasks(int count, Meeting& meeting) {
+    NexoBase::ProcessTask** list = NexoBase::NewTaskList(count);
+    for (int i = 0; i < count; i++) list[i] = new NexoBase::ProcessTask(new Task(meeting), Meet);
+    return list;
+}
 
-    int count;
-    NexoBase::ProcessTask** list;
-    std::vector<Content*> contents;
-    std::atomic<int> deleted{0};
-    std::thread runner;
-};
+bool EachRanOnce(NexoBase::ProcessTask** list, int count) {
+    for (int i = 0; i < count; i++) {
+        if (static_cast<Task*>(list[i]->content)->runs != 1) return false;
+    }
+    return true;
+}
+
+std::thread RunInThread(NexoBase::ProcessTask** list, int count) {
+    return std::thread([=] { EXPECT_FALSE(NexoBase::ThreadedProcessTasks(list, count)); });
+}
 
 // The processor count is overridden by the tests and asked anew afterwards.
 class NexoBaseThreads : public ::testing::Test {
@@ -108,34 +93,44 @@ TEST_F(NexoBaseThreads, TaskListsRunOnMinOfProcessorsAndTasks) {
         NexoBase::SetNumProcs(c.processors);
         EXPECT_EQ(NexoBase::GetNumProcs(), c.processors);
         Meeting meeting;
-        Section section(c.tasks, meeting);
-        NexoBase::ProcessTask* first = c.firstNull ? section.list[0] : nullptr;
-        if (c.firstNull) section.list[0] = nullptr;
-        section.Start();
+        NexoBase::ProcessTask** list = MakeTasks(c.tasks, meeting);
+        NexoBase::ProcessTask* first = c.firstNull ? list[0] : nullptr;
+        if (c.firstNull) list[0] = nullptr;
+        std::thread runner = RunInThread(list, c.tasks);
         EXPECT_TRUE(WaitUntil([&] { return meeting.Started() == c.threads; }));
         EXPECT_TRUE(WaitUntil([&] { return NexoBase::GetThreadCount() == c.threads; }));
         meeting.Release();
-        EXPECT_EQ(section.EachRanOnce(), !c.firstNull || c.tasks == 0);
+        runner.join();
         EXPECT_EQ(meeting.threads.size(), static_cast<size_t>(c.threads));
-        if (c.firstNull) section.list[0] = first;
+        if (c.firstNull) list[0] = first;
+        EXPECT_EQ(EachRanOnce(list, c.tasks), !c.firstNull);
+        NexoBase::DeleteTasks(list, c.tasks);
+        EXPECT_EQ(meeting.deleted, c.tasks);
     }
 }
 
-// Workers of all sections count against twice the processors.
+// Workers of all sections count against twice the processors: room at 7 of 8, none at 8.
 TEST_F(NexoBaseThreads, CanAddThreadsBelowTwiceTheProcessors) {
     NexoBase::SetNumProcs(4);
     EXPECT_TRUE(NexoBase::CanAddThreads());
     Meeting meeting;
-    Section four(4, meeting), three(3, meeting), one(1, meeting);
-    four.Start();
-    three.Start();
-    EXPECT_TRUE(WaitUntil([] { return NexoBase::GetThreadCount() == 7; }));
-    EXPECT_TRUE(NexoBase::CanAddThreads());
-    one.Start();
-    EXPECT_TRUE(WaitUntil([] { return NexoBase::GetThreadCount() == 8; }));
-    EXPECT_FALSE(NexoBase::CanAddThreads());
+    const int counts[] = {4, 3, 1};
+    NexoBase::ProcessTask** lists[3];
+    std::thread runners[3];
+    int running = 0;
+    for (int i = 0; i < 3; ++i) {
+        lists[i] = MakeTasks(counts[i], meeting);
+        runners[i] = RunInThread(lists[i], counts[i]);
+        running += counts[i];
+        EXPECT_TRUE(WaitUntil([&] { return NexoBase::GetThreadCount() == running; }));
+        EXPECT_EQ(NexoBase::CanAddThreads(), running < 8) << running;
+    }
     meeting.Release();
-    for (Section* section : {&four, &three, &one}) EXPECT_TRUE(section->EachRanOnce());
+    for (int i = 0; i < 3; ++i) {
+        runners[i].join();
+        EXPECT_TRUE(EachRanOnce(lists[i], counts[i]));
+        NexoBase::DeleteTasks(lists[i], counts[i]);
+    }
     EXPECT_TRUE(NexoBase::CanAddThreads());
 }
 
@@ -143,14 +138,14 @@ TEST_F(NexoBaseThreads, CanAddThreadsBelowTwiceTheProcessors) {
 TEST(NexoBase, DeleteTasksStopsAtFirstNullOrCount) {
     for (bool nullThird : {false, true}) {
         Meeting meeting;
-        Section section(4, meeting);
-        std::vector<NexoBase::ProcessTask*> behind(section.list + 2, section.list + 4);
-        if (nullThird) section.list[2] = nullptr;
-        NexoBase::DeleteTasks(section.list, nullThird ? 4 : 2);
-        section.list = nullptr;
-        EXPECT_EQ(section.deleted, 2);
+        NexoBase::ProcessTask** list = MakeTasks(4, meeting);
+        NexoBase::ProcessTask* behind[] = {list[2], list[3]};
+        if (nullThird) list[2] = nullptr;
+        NexoBase::DeleteTasks(list, nullThird ? 4 : 2);
+        EXPECT_EQ(meeting.deleted, 2);
         for (NexoBase::ProcessTask* task : behind) delete task;
     }
+    NexoBase::DeleteTasks(nullptr, 3);
 }
 
 TEST(NexoBase, ThreadFunctionRunsAndThreadCloseJoins) {

@@ -310,25 +310,18 @@ TEST(SystemXml, MalformedInputFailsCleanly) {
     EXPECT_EQ(testing::internal::GetCapturedStderr(),
               "ObjFromXML() failed - no root element to load from\n");
 
-    // Files: not XML, no root, missing; the root's name is not checked when reading, but
+    // Files: not XML, missing; the root's name is not checked when reading, but
     // FilehasSystem wants "System_".
     TempDir directory;
-    const std::vector<std::pair<std::string, std::string>> files = {
-        {"notxml.xml", "System_ this is not XML <<"},
-        {"noroot.xml", "<!-- nothing here -->"},
-        {"other.xml", "<Network height=\"9\"/>"}};
-    for (const auto& [name, content] : files) std::ofstream(directory.File(name)) << content;
+    std::ofstream(directory.File("notxml.xml")) << "System_ this is not XML <<";
+    std::ofstream(directory.File("other.xml")) << "<Network height=\"9\"/>";
     testing::internal::CaptureStderr();
     EXPECT_FALSE(SystemFromFile(system.get(), directory.File("notxml.xml").c_str()));
-    EXPECT_FALSE(SystemFromFile(system.get(), directory.File("noroot.xml").c_str()));
     EXPECT_FALSE(SystemFromFile(system.get(), directory.File("missing.xml").c_str()));
-    EXPECT_FALSE(SystemFromFile(system.get(), nullptr));
     testing::internal::GetCapturedStderr();
     EXPECT_TRUE(SystemFromFile(system.get(), directory.File("other.xml").c_str()));
     EXPECT_EQ(system->height, 9);
     EXPECT_FALSE(FilehasSystem(directory.File("other.xml").c_str()));
-    EXPECT_FALSE(FilehasSystem(nullptr));
-
     std::string text = "unchanged";
     EXPECT_FALSE(SystemToString(nullptr, text));
     EXPECT_EQ(text, "unchanged");
