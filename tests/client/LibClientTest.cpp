@@ -44,14 +44,11 @@ void AnswerCatalogue(RawClient& peer, eMsg code, int round) {
     if (code == MSG_VERSION) reply.SetMsg("beta");
     if (code == MSG_DATALOCATION) reply.SetMsg("/data");
     if (code == MSG_LASTERROR) reply.SetMsg("last " + std::to_string(round));
-    AccessPointOption accessPoint;
-    accessPoint.brand = "Acme";
-    accessPoint.name = "ap-x";
-    accessPoint.description = "dual band";
-    if (code == MSG_APDETAILS) reply.SetMsg(std::vector<AccessPointOption>{accessPoint});
-    AntennaOption antenna;
-    antenna.name = "ant-y";
-    if (code == MSG_ANTDETAILS) reply.SetMsg(std::vector<AntennaOption>{antenna});
+    if (code == MSG_APDETAILS)
+        reply.SetMsg(
+            std::vector{AccessPointOption{"Acme", "ap-x", "dual band", "", "", {}, {}, {}, {}, 0}});
+    if (code == MSG_ANTDETAILS)
+        reply.SetMsg(std::vector{AntennaOption{"", "ant-y", "", "", {}, {}, {}, {}}});
     EXPECT_TRUE(peer.SendMessage(reply));
 }
 

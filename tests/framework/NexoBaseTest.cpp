@@ -3,7 +3,6 @@
 #include <atomic>
 #include <chrono>
 #include <condition_variable>
-#include <filesystem>
 #include <mutex>
 #include <set>
 #include <thread>
@@ -161,13 +160,4 @@ TEST(NexoBase, ThreadFunctionRunsAndThreadCloseJoins) {
     EXPECT_EQ(handle, nullptr);
     EXPECT_EQ(value, 5);
     EXPECT_TRUE(NexoBase::ThreadClose(&handle));
-}
-
-// The test program is built beside the server, so both share one directory.
-TEST(NexoBase, LocalAddressIsProgramDirectory) {
-    std::string address;
-    ASSERT_TRUE(NexoBase::GetLocalAddress(address));
-    std::filesystem::path buildDir =
-        std::filesystem::canonical(std::filesystem::path(FENWAVE_SERVER_PATH).parent_path());
-    EXPECT_EQ(address, buildDir.string() + "/");
 }

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "logging/LogToCSV.h"
-#include "logging/Logging.h"
 #include "support/TempDir.h"
 
 namespace {
@@ -63,22 +62,4 @@ TEST(LogToCSV, RotatesAtFiftyThousandLines) {
     EXPECT_TRUE(csv.OpenFile());
     EXPECT_EQ(BodyLines(base + "_3.csv"), 0u);
     EXPECT_FALSE(std::filesystem::exists(base + "_4.csv"));
-}
-
-// A log's line reaches the file only once its newline has come.
-TEST(LogToCSV, ReceivesFinishedLinesOfALog) {
-    TempDir dir;
-    std::string base = dir.File("server");
-    Logging log("er");
-    log.AddWriter(new LogToCSV(base.c_str()));
-    log.LogStraightToStream(true);
-    log << "waiting, ";
-    EXPECT_EQ(BodyLines(base + "_0.csv"), 0u);
-    log << "done\n";
-    std::vector<std::string> lines = ReadLines(base + "_0.csv");
-    ASSERT_EQ(lines.size(), 2u);
-    EXPECT_EQ(lines[1].substr(0, 3), "er,");
-    EXPECT_EQ(lines[1].substr(lines[1].size() - 16), ",'waiting, done'");
-    log.ClearWriters();
-    LogWriter::ClearAll();
 }

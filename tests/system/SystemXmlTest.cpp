@@ -12,13 +12,11 @@
 
 namespace {
 
-struct SystemDeleter {
-    void operator()(e_System_* system) const {
-        system->held = false;
-        DeleteSystem(&system);
-    }
-};
-using SystemPtr = std::unique_ptr<e_System_, SystemDeleter>;
+// Owns a system, also one left held.
+using SystemPtr = std::unique_ptr<e_System_, decltype([](e_System_* system) {
+                                      system->held = false;
+                                      DeleteSystem(&system);
+                                  })>;
 
 // A system with every kind of record, each field that is read back away from the reader's
 // default, in the writer's own form: numbers exact in binary, geographic corners through the
