@@ -151,11 +151,10 @@ TEST(NexoBase, ThreadFunctionRunsAndThreadCloseJoins) {
     std::atomic<int> value{0};
     pthread_t* handle = NexoBase::ThreadFunction(
         [](void* argument) -> void* {
-            static_cast<std::atomic<int>*>(argument)->store(5);
+            *static_cast<std::atomic<int>*>(argument) = 5;
             return nullptr;
         },
         &value);
-    ASSERT_NE(handle, nullptr);
     EXPECT_TRUE(NexoBase::ThreadClose(&handle));
     EXPECT_EQ(handle, nullptr);
     EXPECT_EQ(value, 5);

@@ -4,12 +4,10 @@
 #include <string>
 
 #include "support/LogCapture.h"
-#include "system/AccessPoint_.h"
 #include "system/Barrier_.h"
 #include "system/Furniture_.h"
 #include "system/SamplePoint_.h"
 #include "system/System_.h"
-#include "system/Vector_.h"
 
 namespace {
 
@@ -96,26 +94,18 @@ TEST(SystemWrappers, ReadingChecksElementNamesAndFailsCleanly) {
     EXPECT_TRUE(capture.Contains("System_::FromXML() failed\n"));
     EXPECT_EQ(record->height, 3);
 
-    // Walls and access points want their own element name; sample points and vectors
-    // take any; furniture has no form.
+    // Walls want their own element name; sample points take any; furniture has no form.
     tinyxml2::XMLDocument document;
-    document.Parse("<Wall height_lower=\"1\" channel=\"4\" size=\"9\" x=\"5\"/>");
+    document.Parse("<Wall height_lower=\"1\" size=\"9\"/>");
     tinyxml2::XMLElement* wall = document.RootElement();
     e_Barrier_* barrier = NewBarrier(record);
     EXPECT_FALSE(Barrier_(barrier).FromXML(wall));
     EXPECT_TRUE(capture.Contains("Barrier_::FromXML() failed\n"));
     EXPECT_EQ(barrier->height_lower, 0);
-    e_AccessPoint_* accessPoint = NewAccessPoint(record, "a");
-    EXPECT_FALSE(AccessPoint_(accessPoint).FromXML(wall));
-    EXPECT_EQ(accessPoint->channel, 1);
     EXPECT_FALSE(Barrier_(nullptr).FromXML(wall));
     e_SamplePoint_* samplePoint = NewSamplePoint(record, "s");
     EXPECT_TRUE(SamplePoint_(samplePoint).FromXML(wall));
     EXPECT_EQ(samplePoint->size, 9);
-    e_Vector_ vector{};
-    EXPECT_TRUE(Vector_(&vector).FromXML(wall));
-    EXPECT_EQ(vector.x, 5);
     EXPECT_FALSE(Furniture_(NewFurniture(record)).FromXML(wall));
-    EXPECT_FALSE(Vector_(&vector).Equals(&system));
     Release(record);
 }
