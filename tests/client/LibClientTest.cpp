@@ -61,13 +61,6 @@ void SendResult(RawClient& peer, e_System_* system) {
     EXPECT_TRUE(peer.SendMessage(result));
 }
 
-// Takes and releases the system that the last result left behind.
-void ReleaseReceivedSystem(LibClient& client) {
-    e_System_* system = client.GetSystemReply();
-    DeleteSystem(&system);
-    clientReceivedSystem = nullptr;
-}
-
 // A remote client connected to a fake server; `peer` is the server's end.
 class LibClientTest : public ::testing::Test {
 protected:
@@ -226,7 +219,9 @@ TEST_F(LibClientTest, CallbacksRunInOrderEachOnItsOwnParse) {
     EXPECT_NE(client.GetSystemReply(), nullptr);
     EXPECT_EQ(calls, (std::vector<std::string>{"second with system", "third result",
                                                "second without system", "third other"}));
-    ReleaseReceivedSystem(client);
+    e_System_* result = client.GetSystemReply();
+    DeleteSystem(&result);
+    clientReceivedSystem = nullptr;
 }
 
 TEST(LibClient, ConnectionFailuresAreReported) {
