@@ -19,7 +19,7 @@ struct Meeting {
     std::mutex mutex;
     std::condition_variable changed;
     std::set<std::thread::id> threads;
-    int started = 0;
+    std::atomic<int> started{0};
     bool released = false;
     std::atomic<int> deleted{0};
 
@@ -27,10 +27,6 @@ struct Meeting {
         std::lock_guard<std::mutex> guard(mutex);
         released = true;
         changed.notify_all();
-    }
-    int Started() {
-        std::lock_guard<std::mutex> guard(mutex);
-        return started;
     }
 };
 
@@ -96,7 +92,7 @@ TEST_F(NexoBaseThreads, TaskListsRunOnMinOfProcessorsAndTasks) {
         NexoBase::ProcessTask* first = c.firstNull ? list[0] : nullptr;
         if (c.firstNull) list[0] = nullptr;
         std::thread runner = RunInThread(list, c.tasks);
-        EXPECT_TRUE(WaitUntil([&] { return meeting.Started() == c.threads; }));
+        EXPECT_TRUE(WaitUntil([&] { return meeting.started == c.threads; }));
         EXPECT_TRUE(WaitUntil([&] { return NexoBase::GetThreadCount() == c.threads; }));
         meeting.Release();
         runner.join();

@@ -79,34 +79,21 @@ TEST(ClientServerMessage, EscapedTextsAndOptionListsRoundTrip) {
     EXPECT_TRUE(Fields(accessPoints[1]) == Fields(AccessPointOption{}));
 }
 
-TEST(ClientServerMessage, SystemPayloadTravelsAndIsHandedOverOnce) {
-    e_System_* system = NewSystemIndoor(nullptr);
-    system->xMax = 12.5;
-    SetVecLLH(&NewAccessPoint(system, "ap<1>")->location, 8.5, 47.25, 3);
-    NewReceivedSignal(NewSamplePoint(system, "sp1"), "ap<1>")->receivedPower_dBm = -42.25;
-    std::string sent;
-    SystemToString(system, sent);
-
+// The server tests bounce whole systems through messages; here the hand-over.
+TEST(ClientServerMessage, SystemPayloadIsHandedOverOnce) {
     ClientServerMessage message;
-    message.SetType(MSGTYPE_CONTROL);
-    message.SetMsg(MSG_SYSTEMRESULT);
-    message.SetMsg(system);
+    message.SetMsg(NewSystemIndoor(nullptr));
     ClientServerMessage copy;
-    Carry(message, copy);
+    EXPECT_NE(Carry(message, copy).find("<System_ "), std::string::npos);
     e_System_* received = nullptr;
     ASSERT_TRUE(copy.GetMsg(&received));
-    std::string arrived;
-    SystemToString(received, arrived);
-    EXPECT_EQ(arrived, sent);
-
+    EXPECT_EQ(received->height, 3);
+    DeleteSystem(&received);
     LogCapture capture;
-    e_System_* again = nullptr;
-    EXPECT_FALSE(copy.GetMsg(&again));
-    EXPECT_EQ(again, nullptr);
+    EXPECT_FALSE(copy.GetMsg(&received));
+    EXPECT_EQ(received, nullptr);
     EXPECT_TRUE(
         capture.Contains("ClientServerMessage::GetMsg() - get system from message failed\n"));
-
-    DeleteSystem(&received);
 }
 
 TEST(ClientServerMessage, ParsingIsLenientButRefusesBadXml) {
