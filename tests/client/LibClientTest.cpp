@@ -1,193 +1,193 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <mutex>
+#include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
+#include "client/CatalogueListing.h"
 #include "client/FakeServer.h"
-#include "client/LibClient.h"
 #include "client/LibClientLocal.h"
 #include "client/LibClientRemote.h"
-#include "support/TempDir.h"
 #include "support/LogCapture.h"
+#include "support/ServerProcess.h"
+#include "support/TempDir.h"
+#include "support/WaitUntil.h"
 #include "system/SystemRecords.h"
 
 namespace {
 
-// Answers every GET as a server with catalogues would.
-void AnswerCatalogues(FakeServer& server, ClientServerMessage& request) {
-    if (!request.TestType(MSGTYPE_GET)) return;
-    eMsg code = MSG_NONE;
-    request.GetMsg(code);
+constexpr double replyWait = 5.0;
+
+// Reads the client's next message into `msg`; it must have the type and code given.
+void ExpectNext(RawClient& peer, eMsgType type, eMsg code, ClientServerMessage& msg) {
+    msg.Reset();
+    ASSERT_TRUE(peer.ReadMessage(msg, replyWait)) << code;
+    EXPECT_TRUE(msg.TestType(type)) << code;
+    EXPECT_TRUE(msg.TestMsg(code)) << code;
+}
+
+void ExpectNext(RawClient& peer, eMsgType type, eMsg code) {
+    ClientServerMessage msg;
+    ExpectNext(peer, type, code, msg);
+}
+
+// Answers a GET as a server with catalogues would: lists named after their code, one
+// option of each kind, and a last error that names the round.
+void AnswerCatalogue(RawClient& peer, eMsg code, int round) {
     ClientServerMessage reply;
     reply.SetType(MSGTYPE_GETREPLY);
     reply.SetMsg(code);
+    reply.SetMsg(std::vector<std::string>{"list " + std::to_string(code), "two\nlines"});
     if (code == MSG_VERSION) reply.SetMsg("beta");
     if (code == MSG_DATALOCATION) reply.SetMsg("/data");
-    if (code == MSG_LASTERROR) reply.SetMsg("last one");
-    if (code == MSG_APDETAILS) {
-        AccessPointOption option;
-        option.name = "ap-x";
-        option.antennaCount = 2;
-        reply.SetMsg(std::vector<AccessPointOption>{option});
-    } else if (code == MSG_ANTDETAILS) {
-        AntennaOption option;
-        option.name = "ant-y";
-        reply.SetMsg(std::vector<AntennaOption>{option});
-    } else {
-        reply.SetMsg(std::vector<std::string>{"list " + std::to_string(code), "second"});
+    if (code == MSG_LASTERROR) reply.SetMsg("last " + std::to_string(round));
+    if (code == MSG_APDETAILS)
+        reply.SetMsg(
+            std::vector{AccessPointOption{"Acme", "ap-x", "dual band", "", "", {}, {}, {}, {}, 0}});
+    if (code == MSG_ANTDETAILS)
+        reply.SetMsg(std::vector{AntennaOption{"", "ant-y", "", "", {}, {}, {}, {}}});
+    EXPECT_TRUE(peer.SendMessage(reply));
+}
+
+// Returns `system` to the client as the result of a run.
+void SendResult(RawClient& peer, e_System_* system) {
+    ClientServerMessage result;
+    result.SetType(MSGTYPE_CONTROL);
+    result.SetMsg(MSG_SYSTEMRESULT);
+    result.SetMsg(system);
+    EXPECT_TRUE(peer.SendMessage(result));
+}
+
+// A remote client connected to a fake server; `peer` is the server's end.
+class LibClientTest : public ::testing::Test {
+protected:
+    void SetUp() override { Reconnect(); }
+    void Reconnect() {
+        ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.port));
+        ASSERT_TRUE(server.Accept(peer));
     }
-    server.Send(reply);
-}
-
-// Returns each system it receives as the result of a run.
-void EchoSystem(FakeServer& server, ClientServerMessage& request) {
-    e_System_* system = nullptr;
-    if (!request.TestType(MSGTYPE_CONTROL) || !request.GetMsg(&system)) return;
-    system->xMax = 99;
-    ClientServerMessage reply;
-    reply.SetType(MSGTYPE_CONTROL);
-    reply.SetMsg(MSG_SYSTEMRESULT);
-    reply.SetMsg(system);
-    server.Send(reply);
-}
-
-// Takes and releases the system that the last result left behind.
-void ReleaseReceivedSystem(LibClient& client) {
-    e_System_* system = client.GetSystemReply();
-    DeleteSystem(&system);
-    clientReceivedSystem = nullptr;
-}
-
-std::vector<eMsg> ReceivedCodes(FakeServer& server) {
-    std::vector<eMsg> codes;
-    for (const ReceivedMessage& message : server.Received()) codes.push_back(message.msg);
-    return codes;
-}
+    FakeServer server;
+    RawClient peer;
+    LibClientRemote client;
+};
 
 }  // namespace
 
-TEST(LibClient, RepliesFillVersionAndCatalogues) {
-    FakeServer server;
-    server.SetResponder(AnswerCatalogues);
-    LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
+// Every reply lands in its field, as the catalogue listing shows; a second request
+// replaces the options rather than adding to them.
+TEST_F(LibClientTest, RequestResourcesFillsVersionAndCatalogues) {
     EXPECT_TRUE(client.listenerRunning);
-    ASSERT_TRUE(client.RequestResources());
-    ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::lastError) == "last one"; }));
-
-    EXPECT_EQ(ReceivedCodes(server),
-              (std::vector<eMsg>{MSG_VERSION, MSG_MATERIALNAMES, MSG_MATERIALDESC, MSG_APNAMES,
-                                 MSG_APDESC, MSG_APDETAILS, MSG_ANTNAMES, MSG_ANTDESC,
-                                 MSG_ANTDETAILS, MSG_DATALOCATION, MSG_ERRORLOG, MSG_LASTERROR}));
-    EXPECT_EQ(client.Read(&LibProcessor::libVersion), "beta");
-    EXPECT_EQ(client.Read(&LibProcessor::materialNames),
-              (std::vector<std::string>{"list 17", "second"}));
-    EXPECT_EQ(client.Read(&LibProcessor::materialDescriptions)[0], "list 18");
-    EXPECT_EQ(client.Read(&LibProcessor::apNames)[0], "list 19");
-    EXPECT_EQ(client.Read(&LibProcessor::apDescriptions)[0], "list 20");
-    EXPECT_EQ(client.Read(&LibProcessor::antennaNames)[0], "list 22");
-    EXPECT_EQ(client.Read(&LibProcessor::antennaDescriptions)[0], "list 23");
-    EXPECT_EQ(client.Read(&LibProcessor::errorList)[0], "list 29");
+    for (int round = 1; round <= 2; ++round) {
+        ASSERT_TRUE(client.RequestResources());
+        for (eMsg code : {MSG_VERSION, MSG_MATERIALNAMES, MSG_MATERIALDESC, MSG_APNAMES, MSG_APDESC,
+                          MSG_APDETAILS, MSG_ANTNAMES, MSG_ANTDESC, MSG_ANTDETAILS,
+                          MSG_DATALOCATION, MSG_ERRORLOG, MSG_LASTERROR}) {
+            ExpectNext(peer, MSGTYPE_GET, code);
+            AnswerCatalogue(peer, code, round);
+        }
+    }
+    ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::lastError) == "last 2"; }));
     EXPECT_EQ(client.Read(&LibProcessor::dataLocation), "/data");
-    std::vector<AccessPointOption> accessPoints = client.Read(&LibProcessor::apOptions);
-    ASSERT_EQ(accessPoints.size(), 1u);
-    EXPECT_EQ(accessPoints[0].name, "ap-x");
-    EXPECT_EQ(accessPoints[0].antennaCount, 2);
-    std::vector<AntennaOption> antennas = client.Read(&LibProcessor::antennaOptions);
-    ASSERT_EQ(antennas.size(), 1u);
-    EXPECT_EQ(antennas[0].name, "ant-y");
-
-    // A second round replaces the options rather than adding to them.
-    server.SetResponder([](FakeServer& fake, ClientServerMessage& request) {
-        if (!request.TestMsg(MSG_LASTERROR)) return AnswerCatalogues(fake, request);
-        ClientServerMessage reply;
-        reply.SetType(MSGTYPE_GETREPLY);
-        reply.SetMsg(MSG_LASTERROR);
-        reply.SetMsg("last two");
-        fake.Send(reply);
-    });
-    ASSERT_TRUE(client.RequestResources());
-    ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::lastError) == "last two"; }));
-    EXPECT_EQ(client.Read(&LibProcessor::apOptions).size(), 1u);
-    EXPECT_EQ(client.Read(&LibProcessor::antennaOptions).size(), 1u);
+    EXPECT_EQ(client.Read(&LibProcessor::errorList),
+              (std::vector<std::string>{"list 29", "two\nlines"}));
+    std::ostringstream listing;
+    CatalogueListing(client).Print(listing);
+    EXPECT_EQ(listing.str(),
+              "server version: beta\n"
+              "materials (2)\n    list 17\n    two\n    lines\n"
+              "material descriptions (2)\n    list 18\n    two\n    lines\n"
+              "access points (2)\n    list 19\n    two\n    lines\n"
+              "access point descriptions (2)\n    list 20\n    two\n    lines\n"
+              "access point details (1)\n    Acme ap-x: dual band\n"
+              "antennas (2)\n    list 22\n    two\n    lines\n"
+              "antenna descriptions (2)\n    list 23\n    two\n    lines\n"
+              "antenna details (1)\n    ant-y\n");
 }
 
-TEST(LibClient, StateUpdatesAndStatusReplies) {
+TEST_F(LibClientTest, StateUpdatesAndStatusReplies) {
     LogCapture capture;
-    FakeServer server;
-    LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("localhost", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-
-    server.Send(MSGTYPE_STATEUPDATE, MSG_UPDATERUNNING);
+    peer.Send(MSGTYPE_STATEUPDATE, MSG_UPDATERUNNING);
     ASSERT_TRUE(WaitUntil([&] { return client.processing.load(); }));
-    server.Send(MSGTYPE_STATEUPDATE, MSG_UPDATESUCCESS);
+    peer.Send(MSGTYPE_STATEUPDATE, MSG_UPDATESUCCESS);
     ASSERT_TRUE(WaitUntil([&] { return client.updateSuccessful.load(); }));
     EXPECT_FALSE(client.processing);
-    server.Send(MSGTYPE_STATEUPDATE, MSG_UPDATEFAILED);
+    peer.Send(MSGTYPE_STATEUPDATE, MSG_UPDATEFAILED);
     ASSERT_TRUE(WaitUntil([&] { return !client.updateSuccessful.load(); }));
-    server.Send(MSGTYPE_STATUSREPLY, MSG_READY);
+    peer.Send(MSGTYPE_STATUSREPLY, MSG_READY);
     ASSERT_TRUE(WaitUntil(
         [&] { return capture.Contains("LibClient::ProcessMessage() - status ... MSG_READY\n"); }));
     EXPECT_TRUE(client.IsConnected());
 
     // A finished calculation makes the client leave on its own.
-    server.Send(MSGTYPE_STATUSREPLY, MSG_CALCSUCCESS);
-    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected(); }));
-    ASSERT_TRUE(WaitUntil([&] { return !server.Connected(); }));
-    EXPECT_EQ(ReceivedCodes(server), std::vector<eMsg>{MSG_DISCONNECT});
+    peer.Send(MSGTYPE_STATUSREPLY, MSG_CALCSUCCESS);
+    ExpectNext(peer, MSGTYPE_CONTROL, MSG_DISCONNECT);
+    EXPECT_TRUE(peer.ClosedByPeer(replyWait));
+    EXPECT_TRUE(WaitUntil([&] { return !client.IsConnected() && !client.listenerRunning; }));
+}
+
+// The client disconnects once; the server's disconnect is answered; a server that closes
+// the connection leaves the client unconnected, and it can connect again.
+TEST_F(LibClientTest, DisconnectFromEitherSide) {
+    LogCapture capture;
+    EXPECT_TRUE(client.Disconnect(false));
+    EXPECT_FALSE(client.IsConnected());
     EXPECT_FALSE(client.listenerRunning);
+    ExpectNext(peer, MSGTYPE_CONTROL, MSG_DISCONNECT);
+    EXPECT_TRUE(peer.ClosedByPeer(replyWait));
+    EXPECT_FALSE(capture.Contains("LibClient::Disconnect() - not connected\n"));
+    EXPECT_FALSE(client.Disconnect(false));
+    EXPECT_TRUE(capture.Contains("LibClient::Disconnect() - not connected\n"));
+
+    Reconnect();
+    peer.Send(MSGTYPE_CONTROL, MSG_DISCONNECT);
+    ExpectNext(peer, MSGTYPE_CONTROL, MSG_DISCONNECT);
+    EXPECT_TRUE(WaitUntil([&] { return !client.IsConnected(); }));
+
+    Reconnect();
+    peer.Close();
+    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected() && !client.listenerRunning; }));
+    EXPECT_FALSE(client.GetState());
+    EXPECT_TRUE(capture.Contains("LibClient::SendRawMessage() - but not connected\n"));
+    ClientServerMessage msg;
+    EXPECT_FALSE(client.GetMsg(msg));
+    EXPECT_TRUE(capture.Contains("LibClient::GetMsg() - but not connected\n"));
+
+    Reconnect();
+    EXPECT_TRUE(client.StopProcessing());
+    ExpectNext(peer, MSGTYPE_CONTROL, MSG_STOPPROCESSING);
 }
 
-TEST(LibClient, ServerDisconnectIsAnswered) {
-    FakeServer server;
-    LibClientLocal client;
-    ASSERT_TRUE(client.ConnectToServer(server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-    server.Send(MSGTYPE_CONTROL, MSG_DISCONNECT);
-    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected(); }));
-    ASSERT_TRUE(WaitUntil([&] { return server.Received().size() == 1; }));
-    EXPECT_TRUE(server.Received()[0].type == MSGTYPE_CONTROL);
-    EXPECT_EQ(server.Received()[0].msg, MSG_DISCONNECT);
-}
-
-TEST(LibClient, ReturnedSystemLandsInTheGlobalAndTheCallerKeepsItsOwn) {
+// The street map travels with the system; the result lands in the global, and a new
+// request forgets it (the caller has taken it).
+TEST_F(LibClientTest, SystemsGoOutAndResultsComeBack) {
     TempDir directory;
     std::string osmFile = directory.File("map.osm");
     std::ofstream(osmFile) << "<osm version='0.6'/>";
-
-    FakeServer server;
-    server.SetResponder(EchoSystem);
-    LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-
     e_System_* system = NewSystemIndoor(nullptr);
     system->osmFile = CopyString(osmFile.c_str());
     NewAccessPoint(system, "ap1");
+
     ASSERT_TRUE(client.BounceSystem(system));
     EXPECT_TRUE(client.processing);
     EXPECT_FALSE(client.updateSuccessful);
-    ASSERT_TRUE(WaitUntil([&] { return client.GetSystemReply() != nullptr; }));
-
-    e_System_* result = client.GetSystemReply();
-    EXPECT_DOUBLE_EQ(result->xMax, 99);
-    ASSERT_NE(result->accessPoints, nullptr);
-    EXPECT_STREQ(result->accessPoints->name, "ap1");
     EXPECT_STREQ(system->osmContent, "<osm version='0.6'/>");
-    std::vector<ReceivedMessage> received = server.Received();
-    ASSERT_EQ(received.size(), 1u);
-    EXPECT_EQ(received[0].msg, MSG_BOUNCESYSTEM);
-    EXPECT_TRUE(received[0].hadSystem);
-    EXPECT_EQ(received[0].osmContent, "<osm version='0.6'/>");
+    ClientServerMessage request;
+    ExpectNext(peer, MSGTYPE_CONTROL, MSG_BOUNCESYSTEM, request);
+    e_System_* sent = nullptr;
+    ASSERT_TRUE(request.GetMsg(&sent));
+    EXPECT_STREQ(sent->osmContent, "<osm version='0.6'/>");
+    SendResult(peer, sent);
+    ASSERT_TRUE(WaitUntil([&] { return client.GetSystemReply() != nullptr; }));
+    e_System_* result = client.GetSystemReply();
+    EXPECT_STREQ(result->accessPoints->name, "ap1");
 
-    // A new request forgets the last result, which the caller has taken.
     ASSERT_TRUE(client.ProcessSystem(system));
     EXPECT_EQ(client.GetSystemReply(), nullptr);
-    ASSERT_TRUE(WaitUntil([&] { return client.GetSystemReply() != nullptr; }));
-    EXPECT_EQ(server.Received()[1].msg, MSG_PROCESSSYSTEM);
+    ExpectNext(peer, MSGTYPE_CONTROL, MSG_PROCESSSYSTEM, request);
     DeleteSystem(&result);
-    ReleaseReceivedSystem(client);
     DeleteSystem(&system);
 
     LogCapture capture;
@@ -195,94 +195,38 @@ TEST(LibClient, ReturnedSystemLandsInTheGlobalAndTheCallerKeepsItsOwn) {
     EXPECT_TRUE(capture.Contains("LibClient::ProcessSystem() - failed\n"));
 }
 
-TEST(LibClient, CallbacksRunInOrderEachOnItsOwnParse) {
-    FakeServer server;
-    LibClientRemote client;
+TEST_F(LibClientTest, CallbacksRunInOrderEachOnItsOwnParse) {
     std::mutex lock;
     std::vector<std::string> calls;
     client.AddReceiveMesageCallback([&](ClientServerMessage& msg) {
         std::lock_guard<std::mutex> guard(lock);
         e_System_* system = nullptr;
-        bool hasSystem = msg.GetMsg(&system);
-        calls.push_back(hasSystem ? "second with system" : "second without system");
+        calls.push_back(msg.GetMsg(&system) ? "second with system" : "second without system");
         DeleteSystem(&system);
     });
     client.AddReceiveMesageCallback([&](ClientServerMessage& msg) {
         std::lock_guard<std::mutex> guard(lock);
         calls.push_back(msg.TestMsg(MSG_SYSTEMRESULT) ? "third result" : "third other");
     });
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-
-    ClientServerMessage result;
-    result.SetType(MSGTYPE_CONTROL);
-    result.SetMsg(MSG_SYSTEMRESULT);
-    result.SetMsg(NewSystemIndoor(nullptr));
     testing::internal::CaptureStdout();
-    server.Send(result);
-    server.Send(MSGTYPE_ERROR, MSG_NONE);
+    SendResult(peer, NewSystemIndoor(nullptr));
+    peer.Send(MSGTYPE_ERROR, MSG_NONE);
     ASSERT_TRUE(WaitUntil([&] {
         std::lock_guard<std::mutex> guard(lock);
         return calls.size() == 4;
     }));
-    std::string printed = testing::internal::GetCapturedStdout();
-    EXPECT_EQ(printed, "received msg .. error\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "received msg .. error\n");
     EXPECT_NE(client.GetSystemReply(), nullptr);
     EXPECT_EQ(calls, (std::vector<std::string>{"second with system", "third result",
                                                "second without system", "third other"}));
-    ReleaseReceivedSystem(client);
-}
-
-TEST(LibClient, SecondDisconnectOnlyLogs) {
-    LogCapture capture;
-    FakeServer server;
-    LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-    EXPECT_TRUE(client.Disconnect(false));
-    EXPECT_FALSE(client.IsConnected());
-    EXPECT_FALSE(client.listenerRunning);
-    ASSERT_TRUE(WaitUntil([&] { return !server.Connected(); }));
-    EXPECT_EQ(ReceivedCodes(server), std::vector<eMsg>{MSG_DISCONNECT});
-    EXPECT_FALSE(capture.Contains("LibClient::Disconnect() - not connected\n"));
-
-    EXPECT_FALSE(client.Disconnect(false));
-    EXPECT_TRUE(capture.Contains("LibClient::Disconnect() - not connected\n"));
-    EXPECT_EQ(server.Received().size(), 1u);
-    EXPECT_EQ(server.Connections(), 1);
-}
-
-TEST(LibClient, ServerClosingEndsTheConnection) {
-    LogCapture capture;
-    FakeServer server;
-    LibClientRemote client;
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connected(); }));
-    server.CloseClient();
-    ASSERT_TRUE(WaitUntil([&] { return !client.IsConnected(); }));
-    ASSERT_TRUE(WaitUntil([&] { return !client.listenerRunning.load(); }));
-
-    EXPECT_FALSE(client.GetState());
-    EXPECT_TRUE(capture.Contains("LibClient::SendRawMessage() - but not connected\n"));
-    ClientServerMessage msg;
-    EXPECT_FALSE(client.GetMsg(msg));
-    EXPECT_TRUE(capture.Contains("LibClient::GetMsg() - but not connected\n"));
-
-    // The same client connects again once the old connection is gone.
-    ASSERT_TRUE(client.ConnectToServer("127.0.0.1", server.Port()));
-    ASSERT_TRUE(WaitUntil([&] { return server.Connections() == 2; }));
-    EXPECT_TRUE(client.StopProcessing());
-    ASSERT_TRUE(WaitUntil([&] { return server.Received().size() == 1; }));
-    EXPECT_EQ(server.Received()[0].msg, MSG_STOPPROCESSING);
+    e_System_* result = client.GetSystemReply();
+    DeleteSystem(&result);
+    clientReceivedSystem = nullptr;
 }
 
 TEST(LibClient, ConnectionFailuresAreReported) {
     LogCapture capture;
-    int port = 0;
-    {
-        FakeServer closed;
-        port = closed.Port();
-    }
+    int port = ServerProcess::FreePort();
     LibClientRemote client;
     EXPECT_FALSE(client.ConnectToServer("127.0.0.1", port));
     EXPECT_TRUE(capture.Contains("Error : Connect Failed \n"));
@@ -294,34 +238,36 @@ TEST(LibClient, ConnectionFailuresAreReported) {
 TEST(LibClientLocal, SettingsAndShutdownReachTheServer) {
     LogCapture capture;
     FakeServer server;
-    server.SetResponder([](FakeServer& fake, ClientServerMessage& request) {
-        if (request.TestMsg(MSG_SHUTDOWN)) fake.CloseClient();
-        AnswerCatalogues(fake, request);
-    });
+    RawClient peer;
     LibClientLocal client;
-    ASSERT_TRUE(client.ConnectToServer(server.Port()));
+    ASSERT_TRUE(client.ConnectToServer(server.port));
+    ASSERT_TRUE(server.Accept(peer));
     EXPECT_TRUE(client.SetDataLocation("/tmp/somewhere"));
     EXPECT_TRUE(client.SetServerThreaded(false));
     EXPECT_TRUE(client.SetServerParallel(true));
-    std::string location = "unset";
+    std::string location;
     EXPECT_TRUE(client.GetDataLocation(location));
+    ClientServerMessage msg;
+    for (auto [code, text] : {std::pair{MSG_DATALOCATION, "/tmp/somewhere"},
+                              {MSG_SERVERTHREADED, "false"},
+                              {MSG_SERVERPARALLEL, "true"}}) {
+        ExpectNext(peer, MSGTYPE_SET, code, msg);
+        EXPECT_TRUE(msg.TestMsg(std::string(text))) << text;
+    }
+    ExpectNext(peer, MSGTYPE_GET, MSG_DATALOCATION);
+    AnswerCatalogue(peer, MSG_DATALOCATION, 1);
     ASSERT_TRUE(WaitUntil([&] { return client.Read(&LibProcessor::dataLocation) == "/data"; }));
     EXPECT_FALSE(client.UpdateOnline());
     EXPECT_TRUE(capture.Contains("LibClientLocal::UpdateOnline() - not implemented\n"));
 
+    // The server closes the connection on the shutdown message.
+    std::thread serverSide([&] {
+        ExpectNext(peer, MSGTYPE_CONTROL, MSG_SHUTDOWN);
+        peer.Close();
+    });
     EXPECT_TRUE(client.StopServer());
+    serverSide.join();
     EXPECT_FALSE(client.IsConnected());
-    std::vector<ReceivedMessage> received = server.Received();
-    ASSERT_EQ(received.size(), 5u);
-    EXPECT_EQ(received[0].type, MSGTYPE_SET);
-    EXPECT_NE(received[0].text.find("string=\"/tmp/somewhere\""), std::string::npos);
-    EXPECT_EQ(received[1].msg, MSG_SERVERTHREADED);
-    EXPECT_NE(received[1].text.find("string=\"false\""), std::string::npos);
-    EXPECT_EQ(received[2].msg, MSG_SERVERPARALLEL);
-    EXPECT_NE(received[2].text.find("string=\"true\""), std::string::npos);
-    EXPECT_EQ(received[3].type, MSGTYPE_GET);
-    EXPECT_EQ(received[4].msg, MSG_SHUTDOWN);
-
     EXPECT_FALSE(client.StopServer());
     EXPECT_TRUE(capture.Contains("LibClientLocal::StopServer() - not connected to server\n"));
 }

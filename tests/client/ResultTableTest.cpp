@@ -2,7 +2,6 @@
 
 #include <sstream>
 
-#include "client/CatalogueListing.h"
 #include "client/ResultTable.h"
 #include "support/TempDir.h"
 #include "system/SystemRecords.h"
@@ -30,8 +29,6 @@ TEST(ResultTable, OneRowPerSignalAsTextAndCsv) {
     AddSignal(unnamed, "ap-1", -120, 140, 0);
 
     ResultTable table(system);
-    ASSERT_EQ(table.Rows().size(), 3u);
-    EXPECT_EQ(table.Rows()[2].samplePoint, "<unknown>");
 
     std::ostringstream text;
     table.PrintText(text);
@@ -54,44 +51,4 @@ TEST(ResultTable, OneRowPerSignalAsTextAndCsv) {
     std::ostringstream empty;
     ResultTable(nullptr).PrintText(empty);
     EXPECT_EQ(empty.str(), "sample point  access point  power (dBm)  path loss (dB)  paths\n");
-}
-
-TEST(CatalogueListing, PrintsWhatTheRepliesStored) {
-    LibProcessor processor;
-    ClientServerMessage reply;
-    reply.SetType(MSGTYPE_GETREPLY);
-    reply.SetMsg(MSG_VERSION);
-    reply.SetMsg("beta");
-    processor.ProcessMessage(reply);
-    reply.SetMsg(MSG_MATERIALNAMES);
-    reply.SetMsg(std::vector<std::string>{"Vacuum/ air", "Concrete (ITU)"});
-    processor.ProcessMessage(reply);
-    reply.SetMsg(MSG_MATERIALDESC);
-    reply.SetMsg(std::vector<std::string>{"material Concrete\nsecond line\n"});
-    processor.ProcessMessage(reply);
-    AccessPointOption option;
-    option.brand = std::string("Acme");
-    option.name = std::string("X1");
-    option.description = std::string("dual band");
-    reply.SetMsg(MSG_APDETAILS);
-    reply.SetMsg(std::vector<AccessPointOption>{option});
-    processor.ProcessMessage(reply);
-
-    std::ostringstream text;
-    CatalogueListing(processor).Print(text);
-    EXPECT_EQ(text.str(),
-              "server version: beta\n"
-              "materials (2)\n"
-              "    Vacuum/ air\n"
-              "    Concrete (ITU)\n"
-              "material descriptions (1)\n"
-              "    material Concrete\n"
-              "    second line\n"
-              "access points (0)\n"
-              "access point descriptions (0)\n"
-              "access point details (1)\n"
-              "    Acme X1: dual band\n"
-              "antennas (0)\n"
-              "antenna descriptions (0)\n"
-              "antenna details (0)\n");
 }

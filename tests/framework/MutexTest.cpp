@@ -4,37 +4,27 @@
 
 #include "framework/Mutex.h"
 
-namespace {
-
-// Whether another thread gets the lock (and gives it back at once if it did).
-bool OtherThreadLocks(Mutex& mutex) {
-    bool got = false;
-    std::thread other([&] {
-        got = mutex.Lock(true);
-        if (got) mutex.Unlock();
-    });
-    other.join();
-    return got;
-}
-
-}  // namespace
-
+// The timed lock fails while another thread holds the mutex; the owner may lock again and
+// must unlock as often; copies share the lock; only the owner unlocks.
 TEST(Mutex, TimedLockFailsWhileAnotherThreadHolds) {
     Mutex mutex;
     Mutex copy = mutex;
+    auto otherThreadLocks = [](Mutex& which) {
+        bool got = false;
+        std::thread([&] { got = which.Lock(true) && which.Unlock(); }).join();
+        return got;
+    };
     ASSERT_TRUE(mutex.Lock(true));
-    EXPECT_TRUE(mutex.Lock(false));  // the owner may lock again
-    EXPECT_FALSE(OtherThreadLocks(mutex));
-    EXPECT_FALSE(OtherThreadLocks(copy));
-
+    EXPECT_TRUE(mutex.Lock(false));
+    EXPECT_FALSE(otherThreadLocks(mutex));
+    EXPECT_FALSE(otherThreadLocks(copy));
     bool strangerUnlocked = true;
-    std::thread stranger([&] { strangerUnlocked = mutex.Unlock(); });
-    stranger.join();
+    std::thread([&] { strangerUnlocked = mutex.Unlock(); }).join();
     EXPECT_FALSE(strangerUnlocked);
 
     EXPECT_TRUE(mutex.Unlock());
-    EXPECT_FALSE(OtherThreadLocks(mutex));
+    EXPECT_FALSE(otherThreadLocks(mutex));
     EXPECT_TRUE(mutex.Unlock());
-    EXPECT_TRUE(OtherThreadLocks(mutex));
+    EXPECT_TRUE(otherThreadLocks(mutex));
     EXPECT_FALSE(mutex.Unlock());
 }

@@ -2,55 +2,22 @@
 
 #include "framework/ParallelSelect.h"
 
-namespace {
-
-const eParallelSection allSections[] = {parallelNone,
-                                        parallelBeamsToTestPoints,
-                                        parallelSpare2,
-                                        parallelVolumeToInterface,
-                                        parallelInterfaceToVolume,
-                                        parallelSetRays,
-                                        parallelSpare6,
-                                        parallelVolumeTransmit};
-
-}  // namespace
-
-TEST(ParallelSelect, ConstructorFlagDecidesEverySection) {
-    ParallelSelect serial(false);
-    ParallelSelect parallel(true);
-    for (eParallelSection section : allSections) {
-        EXPECT_FALSE(serial.IsParallelAvailable(section)) << section;
-        EXPECT_TRUE(parallel.IsParallelAvailable(section)) << section;
-        EXPECT_FALSE(serial.IsParallelForced(section)) << section;
-        EXPECT_FALSE(parallel.IsParallelForced(section)) << section;
+// The constructor's flag decides every section until an entry of its own is set; an
+// assigned copy takes the entries and shares the original's lock.
+TEST(ParallelSelect, FlagEntriesAndAssignment) {
+    ParallelSelect serial(false), parallel(true);
+    for (int section = parallelNone; section <= parallelVolumeTransmit; ++section) {
+        auto which = static_cast<eParallelSection>(section);
+        EXPECT_FALSE(serial.IsParallelAvailable(which) || serial.IsParallelForced(which));
+        EXPECT_TRUE(parallel.IsParallelAvailable(which) && !parallel.IsParallelForced(which));
     }
-}
-
-TEST(ParallelSelect, EntriesApplyWithoutTheAllFlag) {
-    ParallelSelect select(false);
-    select.SetAvailable(parallelSetRays, true);
-    select.SetAvailable(parallelVolumeTransmit, false);
-    select.SetForced(parallelVolumeTransmit, true);
-    EXPECT_TRUE(select.IsParallelAvailable(parallelSetRays));
-    EXPECT_FALSE(select.IsParallelAvailable(parallelVolumeTransmit));
-    EXPECT_FALSE(select.IsParallelAvailable(parallelBeamsToTestPoints));
-    EXPECT_TRUE(select.IsParallelForced(parallelVolumeTransmit));
-    EXPECT_FALSE(select.IsParallelForced(parallelSetRays));
-}
-
-// Assignment copies the flags and entries, and the two objects then share one lock.
-TEST(ParallelSelect, AssignmentCopiesSelectionAndLock) {
-    ParallelSelect source(false);
-    source.SetAvailable(parallelInterfaceToVolume, true);
-    source.SetForced(parallelSetRays, true);
-    ParallelSelect target(true);
-    target = source;
-    EXPECT_TRUE(target.IsParallelAvailable(parallelInterfaceToVolume));
-    EXPECT_FALSE(target.IsParallelAvailable(parallelVolumeToInterface));
-    EXPECT_TRUE(target.IsParallelForced(parallelSetRays));
-
-    ASSERT_TRUE(source.lock(true));
-    EXPECT_TRUE(target.isLocked());
-    source.unlock();
-    EXPECT_FALSE(target.isLocked());
+    serial.SetAvailable(parallelSetRays, true);
+    serial.SetForced(parallelVolumeTransmit, true);
+    parallel = serial;
+    EXPECT_TRUE(parallel.IsParallelAvailable(parallelSetRays));
+    EXPECT_FALSE(parallel.IsParallelAvailable(parallelVolumeTransmit));
+    EXPECT_TRUE(parallel.IsParallelForced(parallelVolumeTransmit));
+    ASSERT_TRUE(serial.lock(true));
+    EXPECT_TRUE(parallel.isLocked());
+    serial.unlock();
 }

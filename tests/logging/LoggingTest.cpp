@@ -14,60 +14,52 @@
 
 namespace {
 
+using Messages = std::vector<std::string>;
+
 // Keeps every line it is given.
 class CollectingWriter : public LogWriter {
-  public:
+public:
     void Write(std::vector<LogLine>& lines) override {
         written.insert(written.end(), lines.begin(), lines.end());
     }
-
-    std::vector<std::string> Messages() const {
-        std::vector<std::string> messages;
+    Messages Taken() const {
+        Messages messages;
         for (const LogLine& line : written) messages.push_back(line.message);
         return messages;
     }
-
     std::vector<LogLine> written;
 };
 
 // The writer list and the line list are shared by every log of the process: each test
-// starts and ends with both empty.
+// starts and ends with both empty. `log` hands each finished line to `collector` at once.
 class LoggingTest : public ::testing::Test {
-  protected:
-    void SetUp() override { Reset(); }
+protected:
+    void SetUp() override {
+        Reset();
+        log.AddWriter(&collector);
+        log.LogStraightToStream(true);
+    }
     void TearDown() override { Reset(); }
-
     void Reset() {
         log.ClearWriters();
         log.ClearLog();
-    }
-
-    // A log that hands each finished line to the collector at once.
-    void Connect() {
-        log.AddWriter(&collector);
-        log.LogStraightToStream(true);
     }
 
     Logging log{"tb"};
     CollectingWriter collector;
 };
 
-using Messages = std::vector<std::string>;
-
 }  // namespace
 
 TEST_F(LoggingTest, TextIsCutIntoLinesAtNewlines) {
-    Connect();
     log << "piece";
     log << " and " << 42;
     EXPECT_TRUE(collector.written.empty());
-
     log << " more\nsecond\nthird";
-    EXPECT_EQ(collector.Messages(), (Messages{"piece and 42 more", "second"}));
-
+    EXPECT_EQ(collector.Taken(), (Messages{"piece and 42 more", "second"}));
     log << std::string("\n") << 2.5 << " " << 7u << " " << 8ul << " " << -9ll << " " << 0.5f
         << "\n";
-    EXPECT_EQ(collector.Messages(),
+    EXPECT_EQ(collector.Taken(),
               (Messages{"piece and 42 more", "second", "third", "2.5 7 8 -9 0.5"}));
 }
 
@@ -75,13 +67,8 @@ TEST_F(LoggingTest, LineCarriesItsFields) {
     const char* previous = std::getenv("USERNAME");
     std::string saved = previous == nullptr ? "" : previous;
     setenv("USERNAME", "tester", 1);
-    Connect();
     log << "text, with comma\n";
-    if (previous == nullptr) {
-        unsetenv("USERNAME");
-    } else {
-        setenv("USERNAME", saved.c_str(), 1);
-    }
+    previous == nullptr ? unsetenv("USERNAME") : setenv("USERNAME", saved.c_str(), 1);
 
     ASSERT_EQ(collector.written.size(), 1u);
     const LogLine& line = collector.written[0];
@@ -106,7 +93,6 @@ TEST_F(LoggingTest, LineCarriesItsFields) {
 }
 
 TEST_F(LoggingTest, IndentMarksDepth) {
-    Connect();
     EXPECT_TRUE(log.IndentIncrease(3));
     log << "three\n";
     EXPECT_TRUE(log.IndentDecrease(1));
@@ -115,40 +101,36 @@ TEST_F(LoggingTest, IndentMarksDepth) {
     log.SetIndentCharStep('>');
     log.SetIndentCharFollow('.');
     log << "four\n";
-    log.IndentIncrease(2);
-    log << "six\n";
-    EXPECT_EQ(collector.Messages(), (Messages{"|-|three", "|-two", "|.|>four", "|.|.|>six"}));
+    // A line finished by hand is echoed to the stream given.
+    std::ostringstream echo;
+    log << "again";
+    log.FinishLine(&echo);
+    EXPECT_EQ(echo.str(), "|.|>again\n");
+    EXPECT_EQ(collector.Taken(), (Messages{"|-|three", "|-two", "|.|>four", "|.|>again"}));
 
-    log.IndentDecrease(4);
+    log.IndentDecrease(2);
     ASSERT_EQ(log.GetIndent(), 2);
     EXPECT_FALSE(log.IndentDecrease(5));
     EXPECT_EQ(log.GetIndent(), 0);
 }
 
+// A muted or disabled log takes no text; a disabled one also refuses indents and timing.
 TEST_F(LoggingTest, DisabledOrMutedLogTakesNothing) {
-    Connect();
     log.SetOutput(false);
-    EXPECT_FALSE(log.GetOutput());
     log << "muted\n";
     log.SetOutput(true);
     log.Disable();
     EXPECT_FALSE(log.GetOutput());
     log << "disabled\n";
-    EXPECT_FALSE(log.IndentIncrease(1));
-    EXPECT_FALSE(log.IndentDecrease(1));
-    EXPECT_FALSE(log.ResetTime("t"));
-    EXPECT_FALSE(log.PrintTime("t"));
+    EXPECT_FALSE(log.IndentIncrease(1) || log.PrintTime("t"));
     log.Enable();
-    EXPECT_TRUE(log.GetOutput());
-    EXPECT_TRUE(log.PrintTime("t"));
     log << "enabled\n";
-    EXPECT_EQ(collector.Messages(), Messages{"enabled"});
+    EXPECT_EQ(collector.Taken(), Messages{"enabled"});
 }
 
 // The writer list is shared: a writer added through one log gets every log's lines, and
-// a writer listed twice would get each line twice.
+// is listed only once.
 TEST_F(LoggingTest, WriterIsListedOnceForAllLogs) {
-    Connect();
     EXPECT_FALSE(log.AddWriter(&collector));
     EXPECT_FALSE(log.AddWriter(nullptr));
     Logging other("ot");
@@ -156,75 +138,49 @@ TEST_F(LoggingTest, WriterIsListedOnceForAllLogs) {
     other.LogStraightToStream(true);
     other << "from other\n";
     log << "from tb\n";
-    EXPECT_EQ(collector.Messages(), (Messages{"from other", "from tb"}));
+    EXPECT_EQ(collector.Taken(), (Messages{"from other", "from tb"}));
 }
 
+// Without LogStraightToStream lines wait for ToStream; ClearLog drops them, also while
+// someone holds the log, whose lock it leaves alone.
 TEST_F(LoggingTest, LinesWaitUntilToStream) {
-    log.AddWriter(&collector);
-    log << "one\n"
-        << "two\n";
+    log.LogStraightToStream(false);
+    log << "one\ntwo\n";
     EXPECT_TRUE(collector.written.empty());
-
     CollectingWriter given;
     log.ToStream(&given);
-    EXPECT_EQ(given.Messages(), (Messages{"one", "two"}));
-    EXPECT_TRUE(collector.written.empty());
+    EXPECT_EQ(given.Taken(), (Messages{"one", "two"}));
 
     log << "three\n";
     log.ToStream(nullptr);
     log.ToStream(nullptr);
-    EXPECT_EQ(collector.Messages(), Messages{"three"});
+    EXPECT_EQ(collector.Taken(), Messages{"three"});
 
     log << "dropped\n";
-    log.ClearLog();
-    log.ToStream(nullptr);
-    EXPECT_EQ(collector.Messages(), Messages{"three"});
-}
-
-// ClearLog takes the log's lock only when it is free, and never releases a lock that
-// someone else holds.
-TEST_F(LoggingTest, ClearLogWorksWhileLogIsHeld) {
-    log.AddWriter(&collector);
-    log << "waiting\n";
     ASSERT_TRUE(log.lock(true));
     log.ClearLog();
     EXPECT_TRUE(log.isLocked());
     log.unlock();
     log.ToStream(nullptr);
-    EXPECT_TRUE(collector.written.empty());
-}
-
-TEST_F(LoggingTest, FinishLineEchoesToGivenStream) {
-    Connect();
-    std::ostringstream echo;
-    log.IndentIncrease(2);
-    log << "partial";
-    log.FinishLine(&echo);
-    log.FinishLine(nullptr);
-    EXPECT_EQ(echo.str(), "|-partial\n");
-    EXPECT_EQ(collector.Messages(), (Messages{"|-partial", "|-"}));
+    EXPECT_EQ(collector.Taken(), Messages{"three"});
 }
 
 TEST_F(LoggingTest, PrintErrorNamesErrno) {
-    Connect();
     log.PrintError(7);
-    log.PrintError(13);
     log.PrintError(99999);
     errno = EACCES;
     log.PrintError();
-    EXPECT_EQ(collector.Messages(),
-              (Messages{"errno = E2BIG .. Argument list too long (POSIX.1)  ",
-                        "errno = EACCES .. Permission denied (POSIX.1)  ", "errno = unknown",
+    EXPECT_EQ(collector.Taken(),
+              (Messages{"errno = E2BIG .. Argument list too long (POSIX.1)  ", "errno = unknown",
                         "errno = EACCES .. Permission denied (POSIX.1)  "}));
 }
 
 TEST_F(LoggingTest, StreamWriterJoinsFieldsWithBars) {
+    log.ClearWriters();
     std::ostringstream out;
     LogToStream writer(out);
     log.AddWriter(&writer);
-    log.LogStraightToStream(true);
     log << "a\nb\n";
-
     std::string expected;
     for (const char* message : {"a", "b"}) {
         expected += "\\|tb\\|" + std::to_string(getpid()) +
@@ -233,16 +189,13 @@ TEST_F(LoggingTest, StreamWriterJoinsFieldsWithBars) {
     EXPECT_TRUE(std::regex_match(out.str(), std::regex(expected))) << out.str();
 }
 
-// Writers are found by id while they exist; ClearAll deletes every one of them.
+// Writers are found by id while they exist, and a log skips one that is gone; ClearAll
+// deletes every one of them.
 TEST(LogWriter, RegistryFollowsWriterLifetime) {
     auto* first = new CollectingWriter;
     auto* second = new CollectingWriter;
-    int firstId = first->GetId();
-    int secondId = second->GetId();
-    EXPECT_NE(firstId, secondId);
+    int firstId = first->GetId(), secondId = second->GetId();
     EXPECT_EQ(LogWriter::GETWRITER(firstId), first);
-    EXPECT_EQ(LogWriter::GETWRITER(secondId), second);
-
     Logging log("rg");
     log.AddWriter(first);
     log.AddWriter(second);
@@ -250,8 +203,7 @@ TEST(LogWriter, RegistryFollowsWriterLifetime) {
     EXPECT_EQ(LogWriter::GETWRITER(firstId), nullptr);
     log.LogStraightToStream(true);
     log << "only the second listens\n";
-    EXPECT_EQ(second->Messages(), Messages{"only the second listens"});
-
+    EXPECT_EQ(second->Taken(), Messages{"only the second listens"});
     LogWriter::ClearAll();
     EXPECT_EQ(LogWriter::GETWRITER(secondId), nullptr);
     log.ClearWriters();

@@ -9,22 +9,17 @@
 class LogCapture : public LoggerExternal {
 public:
     LogCapture() { Log::AddExternalLogger(this); }
-    LogCapture(const LogCapture&) = delete;
-    LogCapture& operator=(const LogCapture&) = delete;
     ~LogCapture() override { Log::RemoveExternalLogger(this); }
 
     void LogLine(const char* text) override {
         std::lock_guard<std::mutex> guard(lock);
         collected += text;
     }
-
     std::string Text() {
         std::lock_guard<std::mutex> guard(lock);
         return collected;
     }
-
     bool Contains(const std::string& piece) { return Text().find(piece) != std::string::npos; }
-
     void Clear() {
         std::lock_guard<std::mutex> guard(lock);
         collected.clear();

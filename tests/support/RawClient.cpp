@@ -1,24 +1,33 @@
 #include "support/RawClient.h"
 
 #include <arpa/inet.h>
-#include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <poll.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
-#include <chrono>
-#include <vector>
+namespace {
 
-RawClient::~RawClient() { Close(); }
+// Waits up to `seconds` for something to read on `socket`.
+bool Readable(int socket, double seconds) {
+    pollfd entry{socket, POLLIN, 0};
+    return poll(&entry, 1, static_cast<int>(seconds * 1000)) > 0;
+}
 
-bool RawClient::Connect(int port) {
-    Close();
-    socket = ::socket(AF_INET, SOCK_STREAM, 0);
+}  // namespace
+
+sockaddr_in Loopback(int port) {
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_port = htons(static_cast<uint16_t>(port));
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    return address;
+}
+
+bool RawClient::Connect(int port) {
+    Close();
+    socket = ::socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address = Loopback(port);
     if (connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof(address)) != 0) {
         Close();
         return false;
@@ -36,25 +45,20 @@ void RawClient::Close() {
 
 bool RawClient::SendBytes(const void* data, size_t size) {
     const char* bytes = static_cast<const char*>(data);
-    while (size > 0) {
-        ssize_t sent = send(socket, bytes, size, MSG_NOSIGNAL);
+    for (ssize_t sent = 0; size > 0; bytes += sent, size -= static_cast<size_t>(sent)) {
+        sent = send(socket, bytes, size, MSG_NOSIGNAL);
         if (sent <= 0) return false;
-        bytes += sent;
-        size -= static_cast<size_t>(sent);
     }
     return true;
 }
-
-bool RawClient::SendLength(int32_t length) { return SendBytes(&length, sizeof(length)); }
 
 bool RawClient::SendFrame(const std::string& text) {
     return SendLength(static_cast<int32_t>(text.size())) && SendBytes(text.data(), text.size());
 }
 
-bool RawClient::SendMessage(ClientServerMessage& msg) {
+bool RawClient::SendMessage(const ClientServerMessage& msg) {
     std::string text;
-    msg.ToString(text);
-    return SendFrame(text);
+    return msg.ToString(text) && SendFrame(text);
 }
 
 bool RawClient::Send(eMsgType type, eMsg code) {
@@ -65,25 +69,19 @@ bool RawClient::Send(eMsgType type, eMsg code) {
 }
 
 bool RawClient::readExactly(char* buffer, size_t size, double seconds) {
-    auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    while (size > 0) {
-        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(
-            deadline - std::chrono::steady_clock::now());
-        if (left.count() <= 0) return false;
-        pollfd entry{socket, POLLIN, 0};
-        if (poll(&entry, 1, static_cast<int>(left.count())) <= 0) return false;
-        ssize_t got = recv(socket, buffer, size, 0);
+    for (ssize_t got = 0; size > 0; buffer += got, size -= static_cast<size_t>(got)) {
+        if (!Readable(socket, seconds)) return false;
+        got = recv(socket, buffer, size, 0);
         if (got <= 0) return false;
-        buffer += got;
-        size -= static_cast<size_t>(got);
     }
     return true;
 }
 
 std::optional<std::string> RawClient::ReadFrame(double seconds) {
     int32_t length = 0;
-    if (!readExactly(reinterpret_cast<char*>(&length), sizeof(length), seconds)) return {};
-    if (length < 0) return {};
+    if (!readExactly(reinterpret_cast<char*>(&length), sizeof(length), seconds) || length < 0) {
+        return {};
+    }
     std::string text(static_cast<size_t>(length), '\0');
     if (!readExactly(text.data(), text.size(), seconds)) return {};
     return text;
@@ -95,13 +93,9 @@ bool RawClient::ReadMessage(ClientServerMessage& msg, double seconds) {
 }
 
 bool RawClient::ClosedByPeer(double seconds) {
-    auto deadline = std::chrono::steady_clock::now() + std::chrono::duration<double>(seconds);
-    std::vector<char> sink(65536);
-    while (std::chrono::steady_clock::now() < deadline) {
-        pollfd entry{socket, POLLIN, 0};
-        if (poll(&entry, 1, 50) <= 0) continue;
-        ssize_t got = recv(socket, sink.data(), sink.size(), 0);
-        if (got <= 0) return true;
+    char sink[65536];
+    while (Readable(socket, seconds)) {
+        if (recv(socket, sink, sizeof(sink), 0) <= 0) return true;
     }
     return false;
 }

@@ -5,16 +5,18 @@
 #include <string>
 #include <vector>
 
-// A LibServerMain started for one test: its own free port and temporary working
-// directory; stopped by its process id.
+#include "support/TempDir.h"
+
+// A LibServerMain started for one test in its own temporary working directory; stopped by
+// its process id.
 class ServerProcess {
 public:
     ServerProcess() = default;
-    ~ServerProcess();
+    ~ServerProcess() { Kill(); }
     ServerProcess(const ServerProcess&) = delete;
     ServerProcess& operator=(const ServerProcess&) = delete;
 
-    // Starts the server with `-p<port>` followed by `extraArgs`; waits until it listens.
+    // Starts the server on a free port with `-p<port>` then `extraArgs`; waits until it listens.
     bool Start(const std::vector<std::string>& extraArgs = {});
     // Starts with exactly these arguments and does not wait for a listener.
     bool StartRaw(const std::vector<std::string>& args);
@@ -23,12 +25,7 @@ public:
     int WaitExit(double seconds);
     void Kill();
     bool Running() const { return pid > 0; }
-
-    int port = 0;
-    pid_t pid = -1;
-    std::string directory;
-
-    std::string ReadFile(const std::string& name) const;
+    std::string ReadFile(const std::string& name) const { return ::ReadFile(directory.File(name)); }
     std::string Stdout() const { return ReadFile("stdout.txt"); }
     std::string Stderr() const { return ReadFile("stderr.txt"); }
 
@@ -36,4 +33,8 @@ public:
     static int FreePort();
     // True while something listens on the loopback port.
     static bool PortListening(int port);
+
+    int port = 0;
+    pid_t pid = -1;
+    TempDir directory;
 };

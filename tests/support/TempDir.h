@@ -15,9 +15,7 @@ class TempDir {
 public:
     TempDir() {
         std::string pattern = (std::filesystem::temp_directory_path() / "fenwave-XXXXXX").string();
-        std::vector<char> buffer(pattern.begin(), pattern.end());
-        buffer.push_back('\0');
-        if (mkdtemp(buffer.data()) != nullptr) path = buffer.data();
+        if (mkdtemp(pattern.data()) != nullptr) path = pattern;
     }
     TempDir(const TempDir&) = delete;
     TempDir& operator=(const TempDir&) = delete;
@@ -33,7 +31,7 @@ public:
 
 // The whole content of a file, or an empty string if it cannot be read.
 inline std::string ReadFile(const std::string& name) {
-    std::ifstream file(name);
+    std::ifstream file(name, std::ios::binary);
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }
 
