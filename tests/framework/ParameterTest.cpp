@@ -294,14 +294,11 @@ TEST(ParameterTest, NameSetsTypeOptionsGroupLimitsAndFlags) {
         EXPECT_EQ(p.getShowOptions(), row.showOptions) << file;
     }
     // Hidden from the data tree.
-    Parameter hidden;
-    hidden.setParName(PN_SYSTYP);
-    EXPECT_FALSE(hidden.ShowInDataTree());
-    hidden.setParName(PN_SYSOUT);
-    EXPECT_FALSE(hidden.ShowInDataTree());
-    Parameter shown;
-    shown.setParName(PN_SIZ);
-    EXPECT_TRUE(shown.ShowInDataTree());
+    for (eParamName name : {PN_SYSTYP, PN_SYSOUT, PN_SIZ}) {
+        Parameter p;
+        p.setParName(name);
+        EXPECT_EQ(p.ShowInDataTree(), name == PN_SIZ) << name;
+    }
 }
 
 TEST(ParameterTest, EveryNameHasAGroupAndNumberKindsTheirRange) {
@@ -362,10 +359,8 @@ TEST(ParameterTest, ValueOptionsOfEachKind) {
         EXPECT_FALSE(none.GetValueOptions(out, isNumber));
         EXPECT_TRUE(out.empty());
     }
-}
 
-TEST(ParameterTest, NumberOptionsHonourIncludeZero) {
-    bool isNumber = false;
+    // Numbers: includeZero decides about the head "0".
     Parameter size;  // includeZero false
     size.setParName(PN_SIZ);
     EXPECT_EQ(Offer(size, &isNumber), (std::vector<std::string>{"1", "2", "5", "10", "20", "50",
