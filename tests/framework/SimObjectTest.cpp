@@ -157,7 +157,7 @@ TEST(SimObjectTest, ChildrenAreFoundByNameTypePositionAndId) {
     EXPECT_EQ(grandchild->GetParent(), b);
 }
 
-TEST(SimObjectTest, RemovalKeepsOrDestroysTheChild) {
+TEST(SimObjectTest, RemovalKeepsOrDestroysTheChildAndEmptyTakesThemAll) {
     SimObject root;
     root.Initialize();
     TypedObject* kept = TypedObject::MakeUnder(&root, "Alpha", "kept");
@@ -183,6 +183,18 @@ TEST(SimObjectTest, RemovalKeepsOrDestroysTheChild) {
     EXPECT_FALSE(root.RemoveChildrenType("Beta", true));
     EXPECT_TRUE(root.RemoveChildrenName("x", true));
     EXPECT_EQ(root.GetChildCount(), 0);
+
+    // Empty deletes the whole subtree and keeps the object itself.
+    root.SetName("root");
+    TypedObject* child = TypedObject::MakeUnder(&root, "Alpha", "child");
+    TypedObject* grandchild = TypedObject::MakeUnder(child, "Alpha", "grandchild");
+    int ids[] = {child->GetSimObjectID(), grandchild->GetSimObjectID()};
+    int rootId = root.GetSimObjectID();
+    EXPECT_TRUE(root.Empty());
+    EXPECT_EQ(root.GetChildActionCount(), 0);
+    for (int id : ids) EXPECT_EQ(SimObject::GetObjectGlobally(id), nullptr);
+    EXPECT_EQ(root.GetSimObjectID(), rootId);
+    EXPECT_EQ(root.GetName(), "root");
 }
 
 TEST(SimObjectTest, AChildDeletedElsewhereLeavesAStaleIdThatLookupsDrop) {
@@ -204,23 +216,6 @@ TEST(SimObjectTest, AChildDeletedElsewhereLeavesAStaleIdThatLookupsDrop) {
     delete second;
     EXPECT_TRUE(root.RemoveNullChildren());
     EXPECT_EQ(root.GetChildCount(), 0);
-}
-
-TEST(SimObjectTest, EmptyDeletesTheWholeSubtree) {
-    SimObject root;
-    root.Initialize();
-    root.SetName("root");
-    TypedObject* child = TypedObject::MakeUnder(&root, "Alpha", "child");
-    TypedObject* grandchild = TypedObject::MakeUnder(child, "Alpha", "grandchild");
-    int ids[] = {child->GetSimObjectID(), grandchild->GetSimObjectID()};
-    int rootId = root.GetSimObjectID();
-
-    EXPECT_TRUE(root.Empty());
-    EXPECT_EQ(root.GetChildCount(), 0);
-    EXPECT_EQ(root.GetChildActionCount(), 0);
-    for (int id : ids) EXPECT_EQ(SimObject::GetObjectGlobally(id), nullptr);
-    EXPECT_EQ(root.GetSimObjectID(), rootId);
-    EXPECT_EQ(root.GetName(), "root");
 }
 
 TEST(SimObjectTest, SavingTwiceIntoOneElementLeavesItUnchanged) {
@@ -480,13 +475,12 @@ TEST(SimObjectTest, NamesCaptionsAndRenderIds) {
     object.Initialize();
     EXPECT_FALSE(Renderable::RenderIdInUse(renderId));
     EXPECT_EQ(Renderable::GetSelected(), &object);
-}
 
-TEST(SimObjectTest, TheSelectedObjectIsForgottenWhenItGoes) {
-    auto* object = new SimObject();
-    Renderable::SetTracked(object);
-    Renderable::SetSelected(object);
-    delete object;
+    // The selected and tracked object is forgotten when it goes.
+    auto* gone = new SimObject();
+    Renderable::SetTracked(gone);
+    Renderable::SetSelected(gone);
+    delete gone;
     EXPECT_EQ(Renderable::GetTracked(), nullptr);
     EXPECT_EQ(Renderable::GetSelected(), nullptr);
 }
