@@ -49,6 +49,14 @@ std::unique_ptr<Rotation> MakeRotation(double degrees, double ax, double ay, dou
     return r;
 }
 
+// Initialises t with first applied, then second.
+template <typename A, typename B>
+void Compose(Transformation& t, A& first, B& second) {
+    t.Initialize();
+    t.Add(first);
+    t.Add(second);
+}
+
 void ExpectPoint(Coordinates& p, double x, double y, double z, double tolerance = 1e-12) {
     EXPECT_NEAR(p.Get(0), x, tolerance);
     EXPECT_NEAR(p.Get(1), y, tolerance);
@@ -140,17 +148,13 @@ TEST(Transformation, ComposesInOrderAndInvertsRoundTrip) {
     auto turn = MakeRotation(90.0, 0.0, 0.0, 1.0);
     auto move = MakeTranslation(10.0, 0.0, 0.0);
     Transformation composed(3);
-    composed.Initialize();
-    composed.Add(*turn);
-    composed.Add(*move);
+    Compose(composed, *turn, *move);
     Coordinates p(1.0, 0.0, 0.0), out(3);
     composed.Transform(p, out);
     ExpectPoint(out, 10.0 + std::cos(90.0 * TURN), std::sin(90.0 * TURN), 0.0);
     // The other order moves first: (11, 0, 0) turned about the origin.
     Transformation reversed(3);
-    reversed.Initialize();
-    reversed.Add(*move);
-    reversed.Add(*turn);
+    Compose(reversed, *move, *turn);
     reversed.Transform(p, out);
     ExpectPoint(out, 11.0 * std::cos(90.0 * TURN), 11.0 * std::sin(90.0 * TURN), 0.0);
 
@@ -163,9 +167,7 @@ TEST(Transformation, ComposesInOrderAndInvertsRoundTrip) {
                          value(generator), value(generator), value(generator), value(generator));
         auto t = MakeTranslation(value(generator), value(generator), value(generator));
         Transformation transformation(3);
-        transformation.Initialize();
-        transformation.Add(*r);
-        transformation.Add(*t);
+        Compose(transformation, *r, *t);
         transformation.AddScale(2.0);
         Coordinates point(value(generator), value(generator), value(generator)), there(3), back(3);
         ASSERT_TRUE(transformation.Transform(point, there));
@@ -197,9 +199,7 @@ TEST(Transformation, PlainDoublesAndRendererMatrices) {
     auto turn = MakeRotation(90.0, 0.0, 0.0, 1.0);
     auto move = MakeTranslation(0.0, 0.0, 5.0);
     Transformation transformation(3);
-    transformation.Initialize();
-    transformation.Add(*turn);
-    transformation.Add(*move);
+    Compose(transformation, *turn, *move);
     double x = 1.0, y = 0.0, z = 0.0, dx = 2.0, dy = 0.0, dz = 0.0;
     transformation.Transform(x, y, z, dx, dy, dz);
     EXPECT_NEAR(x, std::cos(90.0 * TURN), 1e-12);
