@@ -171,6 +171,10 @@ public:
     static bool LoadAttributeFromElement(CElement* element, eAttrNameId id, T& value);
 
 protected:
+    // Makes *target when it is missing, the standard way: new T(args...), Initialize,
+    // AddChild, SetName. True when the child was made here.
+    template <typename T, typename... Args>
+    bool MakeChild(T** target, const char* name, Args... args);
     // The live children in id order. Ids of children that no longer exist are dropped.
     std::vector<SimObject*> LiveChildren();
     // Deletes every child whose parent this object is, and forgets all children.
@@ -226,6 +230,16 @@ private:
     template <typename T>
     bool LoadIntoVector(std::vector<T*>* target, CElement* sub);
 };
+
+template <typename T, typename... Args>
+bool SimObject::MakeChild(T** target, const char* name, Args... args) {
+    if (*target != nullptr) return false;
+    *target = new T(args...);
+    (*target)->Initialize();
+    AddChild(*target);
+    (*target)->SetName(name);
+    return true;
+}
 
 template <typename T>
 bool SimObject::LoadPointerFrom(T** target, CElement* sub) {

@@ -12,45 +12,22 @@ constexpr const char* TYPE = "Aperture";
 
 }  // namespace
 
-Aperture::Aperture() { objTypeStr = TYPE; }
+Aperture::Aperture() : ShapeForwarder<Function>(TYPE, "function", "Function") {}
 
 Aperture::~Aperture() = default;
 
-bool Aperture::Initialize() {
-    if (!Component::Initialize()) return false;
-    if (function == nullptr) {
-        function = new Function();
-        function->Initialize();
-        AddChild(function);
-        function->SetName("function");
-    }
-    return true;
-}
-
-bool Aperture::FromXml(CElement* element) {
-    if (!Component::FromXml(element)) return false;
-    return LoadPointerByType<Function>(&function, element, "Function");
-}
-
-bool Aperture::QuickSetToChildren(bool force) {
-    if (function != nullptr) function->Recheck();
-    return Component::QuickSetToChildren(force);
-}
-
-bool Aperture::Contains(Coordinates& point) {
-    return function != nullptr && function->contains(point);
-}
+bool Aperture::Contains(Coordinates& point) { return child != nullptr && child->contains(point); }
 
 bool Aperture::Distance(Coordinates& origin, Direction& dir, double& distance, double minDistance,
                         double maxDistance) {
-    if (function == nullptr) return false;
+    if (child == nullptr) return false;
     std::vector<double> distances;
     if (shape != nullptr) {
         shape->Intersect(origin, dir, distances, minDistance, maxDistance, 0.0, false, false);
     } else {
         double t = 0.0;
-        if (function->distance(origin, dir, t, minDistance, maxDistance, nullptr, nullptr,
-                               shapeValue::surfaceFlat, 3, shapeValue::cartesian)) {
+        if (child->distance(origin, dir, t, minDistance, maxDistance, nullptr, nullptr,
+                            shapeValue::surfaceFlat, 3, shapeValue::cartesian)) {
             distances.push_back(t);
         }
     }
@@ -64,36 +41,18 @@ bool Aperture::Distance(Coordinates& origin, Direction& dir, double& distance, d
     return false;
 }
 
-double Aperture::gap(Coordinates& point) {
-    return function == nullptr ? 1.0 : function->gap(point);
-}
+double Aperture::gap(Coordinates& point) { return child == nullptr ? 1.0 : child->gap(point); }
 
 bool Aperture::GetNormal(CoordQUICK& point, DirQUICK& normal) {
     if (shape != nullptr) return shape->GetNormal(point, normal);
-    if (function == nullptr) return false;
-    VectorQUICK n(0, 0, 0);
-    if (!function->GetNormal(point, n)) return false;
-    normal.SetValues(n.data[0], n.data[1], n.data[2]);
-    return true;
+    return ShapeForwarder<Function>::GetNormal(point, normal);
 }
 
 bool Aperture::HasExactPointSet() {
-    if (function == nullptr) return false;
-    const eParamValue type = function->GetFunctionType();
+    if (child == nullptr) return false;
+    const eParamValue type = child->GetFunctionType();
     return type == shapeValue::square || type == shapeValue::pointsWidth ||
            type == shapeValue::square3d || type == shapeValue::pointOutline;
-}
-
-bool Aperture::GetRenderPointSet(std::vector<Coordinates*>& points) {
-    return function != nullptr && function->GetRenderPointSet(points);
-}
-
-bool Aperture::GetMeshPointSet(std::vector<Coordinates*>& points) {
-    return function != nullptr && function->GetMeshPointSet(points);
-}
-
-bool Aperture::GetOutlinePointSet(std::vector<Coordinates*>& points) {
-    return function != nullptr && function->GetOutlinePointSet(points);
 }
 
 bool Aperture::SetShape(SurfaceShape* surface) {
@@ -101,6 +60,4 @@ bool Aperture::SetShape(SurfaceShape* surface) {
     return true;
 }
 
-bool Aperture::SetGuideEdge(int edge) {
-    return function != nullptr && function->SetGuideEdge(edge);
-}
+bool Aperture::SetGuideEdge(int edge) { return child != nullptr && child->SetGuideEdge(edge); }

@@ -2,9 +2,7 @@
 
 #include <vector>
 
-#include "framework/Component.h"
-#include "geometry/CoordQUICK.h"
-#include "geometry/DirQUICK.h"
+#include "geometry/ShapeForwarder.h"
 
 class CElement;
 class Coordinates;
@@ -15,15 +13,10 @@ class SurfaceShape;
 // The outline of an interface's surface. Every call goes to the child Function "function"
 // (apertureShape); the surface it lies on is linked, not owned. The child "Axis", when the
 // owner gives one, is the direction along which the outline projects onto the surface.
-class Aperture : public Component {
+class Aperture : public ShapeForwarder<Function> {
 public:
     Aperture();
     ~Aperture() override;
-
-    // Makes the child "function" when it is missing.
-    bool Initialize() override;
-    bool FromXml(CElement* element) override;
-    bool QuickSetToChildren(bool force) override;
 
     bool Contains(Coordinates& point);
     // The nearest point within [minDistance, maxDistance] (no limit when negative) where the
@@ -37,16 +30,12 @@ public:
     // "square", "pointsWidth", "square3d" and the point outline are given exactly by their
     // corners.
     bool HasExactPointSet();
-    bool GetRenderPointSet(std::vector<Coordinates*>& points);
-    bool GetMeshPointSet(std::vector<Coordinates*>& points);
-    bool GetOutlinePointSet(std::vector<Coordinates*>& points);
     bool SetShape(SurfaceShape* surface);
     bool SetGuideEdge(int edge);
 
     SurfaceShape* GetShape() { return shape; }
-    Function* GetFunction() { return function; }
+    Function* GetFunction() { return child; }
 
 private:
-    Function* function = nullptr;
     SurfaceShape* shape = nullptr;
 };

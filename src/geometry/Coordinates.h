@@ -1,11 +1,11 @@
 #pragma once
 
 #include "geometry/CoordQUICK.h"
-#include "geometry/MatrixTemplate.h"
+#include "geometry/PointObject.h"
 
 // A position as a simulation object: an n by 1 matrix that can be a child of any object,
 // is saved with it and follows the transformation of the object above it.
-class Coordinates : public MatrixTemplate<double> {
+class Coordinates : public PointObject<Coordinates> {
 public:
     // n by 1, all zero.
     explicit Coordinates(int dimension = 3);
@@ -18,13 +18,7 @@ public:
     Coordinates& operator=(const Coordinates& other);
     ~Coordinates() override;
 
-    // The interactive moves "movex", "movey", "movexy" and "scale"; others go to the base.
-    bool ReceiveAction(const std::string& action, double x, double y) override;
     using MatrixTemplate<double>::CheckEq;
     // Equal class names, then the matrix comparison.
     bool CheckEq(SimObject* other) override;
-    // Moves this point by the transformation of the object above (forward) or back by its
-    // inverse. False when that object has none.
-    bool ApplyTransformation(bool forward) override;
-    void Print() override;
 };

@@ -1,7 +1,5 @@
 #include "geometry/Direction.h"
 
-#include "geometry/Transformation.h"
-#include "logging/Log.h"
 
 namespace {
 
@@ -9,41 +7,41 @@ constexpr const char* TYPE = "Direction";
 
 }  // namespace
 
-Direction::Direction(int dimension) : MatrixTemplate<double>(dimension, 1) {
+Direction::Direction(int dimension) : PointObject<Direction>(dimension, 1) {
     objTypeStr = TYPE;
     normalised = true;
 }
 
-Direction::Direction(double x, double y) : MatrixTemplate<double>(2, 1) {
+Direction::Direction(double x, double y) : PointObject<Direction>(2, 1) {
     objTypeStr = TYPE;
     normalised = true;
     SetValues(x, y);
 }
 
-Direction::Direction(double x, double y, double z) : MatrixTemplate<double>(3, 1) {
+Direction::Direction(double x, double y, double z) : PointObject<Direction>(3, 1) {
     objTypeStr = TYPE;
     normalised = true;
     SetValues(x, y, z);
 }
 
-Direction::Direction(double x, double y, double z, double w) : MatrixTemplate<double>(4, 1) {
+Direction::Direction(double x, double y, double z, double w) : PointObject<Direction>(4, 1) {
     objTypeStr = TYPE;
     normalised = true;
     SetValues(x, y, z, w);
 }
 
-Direction::Direction(const MatrixTemplate<double>& matrix) : MatrixTemplate<double>(matrix) {
+Direction::Direction(const MatrixTemplate<double>& matrix) : PointObject<Direction>(matrix) {
     objTypeStr = TYPE;
     normalised = true;
     changed = true;
 }
 
-Direction::Direction(const Direction& other) : MatrixTemplate<double>(other) {
+Direction::Direction(const Direction& other) : PointObject<Direction>(other) {
     objTypeStr = TYPE;
     normalised = true;
 }
 
-Direction::Direction(const DirQUICK& direction) : MatrixTemplate<double>(3, 1) {
+Direction::Direction(const DirQUICK& direction) : PointObject<Direction>(3, 1) {
     objTypeStr = TYPE;
     normalised = true;
     Copy(direction);
@@ -76,19 +74,4 @@ bool Direction::CheckEq(Direction* other) {
     UpdateChanges();
     other->UpdateChanges();
     return MatrixTemplate<double>::CheckEq(other);
-}
-
-bool Direction::ReceiveAction(const std::string& action, double x, double y) {
-    return MoveByAction(action, x, y) || MatrixTemplate<double>::ReceiveAction(action, x, y);
-}
-
-bool Direction::ApplyTransformation(bool forward) {
-    Transformation* upper = GetUpperTransformation();
-    if (upper == nullptr) return false;
-    return forward ? upper->Transform(*this) : upper->TransformInv(*this);
-}
-
-void Direction::Print() {
-    Log::log(4) << "Direction::Print()\n";
-    MatrixTemplate<double>::Print();
 }

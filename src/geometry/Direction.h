@@ -1,11 +1,11 @@
 #pragma once
 
 #include "geometry/DirQUICK.h"
-#include "geometry/MatrixTemplate.h"
+#include "geometry/PointObject.h"
 
 // A direction as a simulation object: an n by 1 matrix marked normalised, so that it is
 // rescaled to unit length on the first read after any write.
-class Direction : public MatrixTemplate<double> {
+class Direction : public PointObject<Direction> {
 public:
     // n by 1, all zero.
     explicit Direction(int dimension = 3);
@@ -25,13 +25,7 @@ public:
     // The stored values are brought back to unit length after the load.
     bool FromXml(CElement* element) override;
     bool ToXml(CElement* element, bool leaveOutExpanded) override;
-    // The interactive moves "movex", "movey", "movexy" and "scale"; others go to the base.
-    bool ReceiveAction(const std::string& action, double x, double y) override;
     using MatrixTemplate<double>::CheckEq;
     // The matrix comparison, both sides normalised first.
     virtual bool CheckEq(Direction* other);
-    // Turns this direction by the transformation of the object above (forward) or back by
-    // its inverse. False when that object has none.
-    bool ApplyTransformation(bool forward) override;
-    void Print() override;
 };

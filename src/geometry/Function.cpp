@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "geometry/Coordinates.h"
+#include "geometry/DirQUICK.h"
 #include "geometry/Direction.h"
 #include "geometry/MathHack.h"
 #include "geometry/ShapeValues.h"
@@ -788,6 +789,13 @@ bool Function::GetNormal(const VectorQUICK& point, VectorQUICK& normal) {
     return true;
 }
 
+bool Function::GetNormal(const VectorQUICK& point, DirQUICK& normal) {
+    VectorQUICK n(0, 0, 0);
+    if (!GetNormal(point, n)) return false;
+    normal.SetValues(n.data[0], n.data[1], n.data[2]);
+    return true;
+}
+
 bool Function::GetNormal(Coordinates& point, Direction& normal) {
     VectorQUICK n(0, 0, 0);
     if (!GetNormal(FromMatrix(point), n)) return false;
@@ -830,6 +838,14 @@ bool Function::ToWorld(const std::vector<VectorQUICK>& local, std::vector<Coordi
 }
 
 // A point at radius r (scaled by the ratios) and angle phi in the outline's plane.
+// Ring k of the second sampling count, from the inner edge (the centre for a full circle)
+// at 0 to the outer edge at sampleCount2.
+double Function::MeshRingRadius(int k) const {
+    const double inner = IsRing() ? EdgeHalfSize(true) : 0.0;
+    const double outer = EdgeHalfSize(false);
+    return inner + (outer - inner) * k / sampleCount2;
+}
+
 VectorQUICK Function::RingPoint(double r, double phi) const {
     return VectorQUICK(r * ratio1 * std::cos(phi), r * ratio2 * std::sin(phi), 0.0);
 }
@@ -884,11 +900,9 @@ bool Function::OutlineMesh(std::vector<VectorQUICK>& triangles) {
         case shapeValue::circle:
         case shapeValue::circle3d: {
             const int n = 4 * sampleCount1;
-            const double inner = IsRing() ? EdgeHalfSize(true) : 0.0;
-            const double outer = EdgeHalfSize(false);
             for (int k = 0; k < sampleCount2; ++k) {
-                const double r0 = inner + (outer - inner) * k / sampleCount2;
-                const double r1 = inner + (outer - inner) * (k + 1) / sampleCount2;
+                const double r0 = MeshRingRadius(k);
+                const double r1 = MeshRingRadius(k + 1);
                 for (int j = 0; j < n; ++j) {
                     const double p0 = 2 * PI * j / n;
                     const double p1 = 2 * PI * (j + 1) / n;
@@ -942,11 +956,9 @@ bool Function::OutlineRender(std::vector<VectorQUICK>& points) {
         case shapeValue::circle:
         case shapeValue::circle3d: {
             const int n = 4 * sampleCount1;
-            const double inner = IsRing() ? EdgeHalfSize(true) : 0.0;
-            const double outer = EdgeHalfSize(false);
             if (!IsRing()) points.emplace_back(0.0, 0.0, 0.0);
             for (int k = IsRing() ? 0 : 1; k <= sampleCount2; ++k) {
-                const double r = inner + (outer - inner) * k / sampleCount2;
+                const double r = MeshRingRadius(k);
                 for (int j = 0; j < n; ++j) points.push_back(RingPoint(r, 2 * PI * j / n));
             }
             return true;

@@ -12,6 +12,7 @@
 
 class Coordinates;
 class Direction;
+class DirQUICK;
 
 // The mathematics of a closed-form surface and of an outline.
 //
@@ -80,6 +81,7 @@ public:
     // and the cube), or the axis for an outline.
     bool GetNormal(Coordinates& point, Direction& normal);
     bool GetNormal(const VectorQUICK& point, VectorQUICK& normal);
+    bool GetNormal(const VectorQUICK& point, DirQUICK& normal);
     // The first outline value minus 1, or 1 when there is none; negative inside.
     double gap(Coordinates& point);
     // True when a value lies within 0 to 1, both included.
@@ -180,6 +182,7 @@ private:
 
     // Point sets in local coordinates.
     bool ToWorld(const std::vector<VectorQUICK>& local, std::vector<Coordinates*>& points);
+    double MeshRingRadius(int k) const;
     VectorQUICK RingPoint(double r, double phi) const;
     void OutlineLocal(std::vector<VectorQUICK>& points, bool inner);
     bool OutlineMesh(std::vector<VectorQUICK>& triangles);

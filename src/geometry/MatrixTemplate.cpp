@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <numeric>
 #include <utility>
 
@@ -443,17 +444,18 @@ X MatrixTemplate<X>::Determinant(int, int, int count) {
     detSign = 1;
     permCount = 1;
     ExpansionIndent indent;
-    splitDet(perm, count, count);
+    splitPerm(perm, count, count, [&] { addToDet(perm, count); });
     return determinant;
 }
 
 // Visits every permutation of perm[0..k-1] by swapping each entry into the last place,
-// flipping detSign with each real swap; at the bottom the permutation's term is added.
+// flipping detSign with each real swap; at the bottom addTerm adds the permutation's term.
 template <typename X>
-void MatrixTemplate<X>::splitDet(std::vector<int>& perm, int n, int k) {
+void MatrixTemplate<X>::splitPerm(std::vector<int>& perm, int n, int k,
+                                  const std::function<void()>& addTerm) {
     if (k == 0) {
         printPerm(perm, n);
-        addToDet(perm, n);
+        addTerm();
         ++permCount;
         return;
     }
@@ -461,7 +463,7 @@ void MatrixTemplate<X>::splitDet(std::vector<int>& perm, int n, int k) {
     for (int i = last; i >= 0; --i) {
         std::swap(perm[last], perm[i]);
         if (last != i) detSign = -detSign;
-        splitDet(perm, n, k - 1);
+        splitPerm(perm, n, k - 1, addTerm);
         std::swap(perm[last], perm[i]);
         if (last != i) detSign = -detSign;
     }
@@ -502,29 +504,10 @@ X MatrixTemplate<X>::Cofactor(int row, int col) {
     permCount = 1;
     {
         ExpansionIndent indent;
-        splitCofactor(perm, n, n, row, columns);
+        splitPerm(perm, n, n, [&] { addToCofactor(perm, n, row, columns); });
     }
     Log::log(TRACE) << "cof = " << static_cast<double>(cofactor) << "\n";
     return cofactor;
-}
-
-template <typename X>
-void MatrixTemplate<X>::splitCofactor(std::vector<int>& perm, int n, int k, int row,
-                                      const std::vector<int>& columns) {
-    if (k == 0) {
-        printPerm(perm, n);
-        addToCofactor(perm, n, row, columns);
-        ++permCount;
-        return;
-    }
-    const int last = k - 1;
-    for (int i = last; i >= 0; --i) {
-        std::swap(perm[last], perm[i]);
-        if (last != i) detSign = -detSign;
-        splitCofactor(perm, n, k - 1, row, columns);
-        std::swap(perm[last], perm[i]);
-        if (last != i) detSign = -detSign;
-    }
 }
 
 // Row r of the minor is row r of the matrix below the removed row and r + 1 from it on.

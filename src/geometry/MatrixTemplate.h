@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -174,11 +175,9 @@ private:
     MatrixTemplate& Scratch();
     // Multiplies left by right into the scratch and copies it back, or marks it failed.
     MatrixTemplate& ProductIntoThis(MatrixTemplate& left, MatrixTemplate& right);
-    void splitDet(std::vector<int>& perm, int n, int k);
+    void splitPerm(std::vector<int>& perm, int n, int k, const std::function<void()>& addTerm);
     void addToDet(const std::vector<int>& perm, int n);
     void printPerm(const std::vector<int>& perm, int n);
-    void splitCofactor(std::vector<int>& perm, int n, int k, int row,
-                       const std::vector<int>& columns);
     void addToCofactor(const std::vector<int>& perm, int n, int row,
                        const std::vector<int>& columns);
 };

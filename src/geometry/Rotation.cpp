@@ -24,19 +24,8 @@ Rotation::~Rotation() = default;
 
 bool Rotation::Initialize() {
     if (!Component::Initialize()) return false;
-    if (coord == nullptr) {
-        coord = new Coordinates(dimension);
-        coord->Initialize();
-        AddChild(coord);
-        coord->SetName("coord");
-    }
-    if (dir == nullptr) {
-        dir = new Direction(dimension);
-        dir->SetValue(std::min(2, dimension - 1), 1.0);
-        dir->Initialize();
-        AddChild(dir);
-        dir->SetName("dir");
-    }
+    MakeChild(&coord, "coord", dimension);
+    if (MakeChild(&dir, "dir", dimension)) dir->SetValue(std::min(2, dimension - 1), 1.0);
     return true;
 }
 

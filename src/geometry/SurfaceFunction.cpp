@@ -21,39 +21,18 @@ VectorQUICK FromMatrix(MatrixTemplate<double>& m) {
 
 }  // namespace
 
-SurfaceFunction::SurfaceFunction() { objTypeStr = TYPE; }
+SurfaceFunction::SurfaceFunction() : ShapeForwarder<Function>(TYPE, "function", "Function") {}
 
 SurfaceFunction::~SurfaceFunction() = default;
 
-bool SurfaceFunction::Initialize() {
-    if (!Component::Initialize()) return false;
-    if (function == nullptr) {
-        function = new Function();
-        function->Initialize();
-        AddChild(function);
-        function->SetName("function");
-    }
-    return true;
-}
-
-bool SurfaceFunction::FromXml(CElement* element) {
-    if (!Component::FromXml(element)) return false;
-    return LoadPointerByType<Function>(&function, element, "Function");
-}
-
-bool SurfaceFunction::QuickSetToChildren(bool force) {
-    if (function != nullptr) function->Recheck();
-    return Component::QuickSetToChildren(force);
-}
-
 double SurfaceFunction::TestDistance(CoordQUICK& point) {
-    if (function == nullptr || function->GetCoordSystem() != shapeValue::spherical ||
-        function->GetFunctionType() != shapeValue::surfaceSpherical) {
+    if (child == nullptr || child->GetCoordSystem() != shapeValue::spherical ||
+        child->GetFunctionType() != shapeValue::surfaceSpherical) {
         return -1.0;
     }
-    const VectorQUICK centre = function->GetSphereCentre();
+    const VectorQUICK centre = child->GetSphereCentre();
     return point.diff(CoordQUICK(centre.data[0], centre.data[1], centre.data[2])) -
-           function->GetSphericalRadius();
+           child->GetSphericalRadius();
 }
 
 double SurfaceFunction::TestDistance(Coordinates& origin, Direction& dir, double limit) {
@@ -69,10 +48,10 @@ double SurfaceFunction::TestDistance(Coordinates& origin, Direction& dir, double
 bool SurfaceFunction::Crossings(const VectorQUICK& origin, const VectorQUICK& dir,
                                 double minDistance, double maxDistance, double shift, bool bothWays,
                                 bool nearestOnly, std::vector<double>& distances) {
-    if (function == nullptr) return false;
+    if (child == nullptr) return false;
     std::vector<double> ts;
-    if (!function->crossings(origin, dir, function->GetFunctionType(), function->GetCoordSystem(),
-                             shift, ts)) {
+    if (!child->crossings(origin, dir, child->GetFunctionType(), child->GetCoordSystem(), shift,
+                          ts)) {
         return false;
     }
     for (double t : ts) {
@@ -135,28 +114,8 @@ bool SurfaceFunction::Intersect(Coordinates& origin, Direction& dir, Coordinates
     return found;
 }
 
-bool SurfaceFunction::GetNormal(CoordQUICK& point, DirQUICK& normal) {
-    if (function == nullptr) return false;
-    VectorQUICK n(0, 0, 0);
-    if (!function->GetNormal(point, n)) return false;
-    normal.SetValues(n.data[0], n.data[1], n.data[2]);
-    return true;
-}
-
 bool SurfaceFunction::HasExactPointSet() {
-    if (function == nullptr) return false;
-    const eParamValue type = function->GetFunctionType();
+    if (child == nullptr) return false;
+    const eParamValue type = child->GetFunctionType();
     return type == shapeValue::surfaceFlat || type == shapeValue::surfaceCube;
-}
-
-bool SurfaceFunction::GetRenderPointSet(std::vector<Coordinates*>& points) {
-    return function != nullptr && function->GetRenderPointSet(points);
-}
-
-bool SurfaceFunction::GetMeshPointSet(std::vector<Coordinates*>& points) {
-    return function != nullptr && function->GetMeshPointSet(points);
-}
-
-bool SurfaceFunction::GetOutlinePointSet(std::vector<Coordinates*>& points) {
-    return function != nullptr && function->GetOutlinePointSet(points);
 }

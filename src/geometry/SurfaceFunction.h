@@ -2,9 +2,7 @@
 
 #include <vector>
 
-#include "framework/Component.h"
-#include "geometry/CoordQUICK.h"
-#include "geometry/DirQUICK.h"
+#include "geometry/ShapeForwarder.h"
 
 class CElement;
 class Coordinates;
@@ -19,16 +17,10 @@ class Function;
 // the surface along its axis; with bothWays the line is followed backwards too and the
 // limits apply to the absolute distance; with nearestOnly only the crossing nearest the
 // origin is kept.
-class SurfaceFunction : public Component {
+class SurfaceFunction : public ShapeForwarder<Function> {
 public:
     SurfaceFunction();
     ~SurfaceFunction() override;
-
-    // Makes the child "function" when it is missing.
-    bool Initialize() override;
-    bool FromXml(CElement* element) override;
-    // The function reads its parameters again, then the base behaviour.
-    bool QuickSetToChildren(bool force) override;
 
     // For a sphere in the "spherical" system: the distance from its centre minus its
     // radius (negative inside); -1 for any other surface.
@@ -50,15 +42,10 @@ public:
     bool Intersect(std::vector<Coordinates*>& origins, Direction& dir,
                    std::vector<Coordinates*>& hits, double minDistance, double maxDistance,
                    double shift, bool bothWays, bool nearestOnly);
-    bool GetNormal(CoordQUICK& point, DirQUICK& normal);
     // "surfaceFlat" and "surfaceCube" can be meshed exactly.
     bool HasExactPointSet();
 
-    bool GetRenderPointSet(std::vector<Coordinates*>& points);
-    bool GetMeshPointSet(std::vector<Coordinates*>& points);
-    bool GetOutlinePointSet(std::vector<Coordinates*>& points);
-
-    Function* GetFunction() { return function; }
+    Function* GetFunction() { return child; }
 
 private:
     // The distances of all crossings of one line, filtered and ordered as the class
@@ -66,6 +53,4 @@ private:
     bool Crossings(const VectorQUICK& origin, const VectorQUICK& dir, double minDistance,
                    double maxDistance, double shift, bool bothWays, bool nearestOnly,
                    std::vector<double>& distances);
-
-    Function* function = nullptr;
 };

