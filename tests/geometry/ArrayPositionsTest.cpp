@@ -84,8 +84,8 @@ TEST(ArrayPositions, CircleFullRingsBySpacingOrCount) {
     Handed out = Take(*array, -1);
     ASSERT_TRUE(out.ok);
 
-    std::vector<int> rings(19);
-    for (int i = 0; i <= 18; ++i) rings[i] = std::max(1, int(36.0 * std::sin(i * 10.0 * DEG)));
+    const std::vector<int> rings = SphereRings(10.0 * DEG);
+    ASSERT_EQ(rings.size(), 19u);
     EXPECT_EQ(rings[9], 36);
     ASSERT_EQ(out.positions.size(), size_t(Sum(rings)));
     size_t index = 0;
