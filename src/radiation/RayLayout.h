@@ -11,7 +11,7 @@ class Array;
 class CElement;
 class Coordinates;
 class Ray;
-class TriRay;
+struct TriRay;
 struct triLink;
 
 // Which rays a source launches: the shape, count, angle and spacing that a Beam passes
@@ -48,7 +48,6 @@ public:
     bool SetTestRays(std::vector<Ray*>& rays);
 
     Array* GetArray() { return array; }
-    Coordinates* GetPoint() { return point; }
     Direction* GetDirection() { return direction; }
 
 private:
