@@ -406,6 +406,8 @@ enum eParamValue : int {
     PV_CHANNEL_NR_FR1_LAST = 503,   // "5GNR n90 TDD DL"
     PV_CHANNEL_NR_FR2_FIRST = 506,  // "5GNR n257 TDD UL"
     PV_CHANNEL_NR_FR2_LAST = 513,   // "5GNR n261 TDD DL"
+    PV_WHITE = 530,                 // color "white"
+    PV_ORANGE = 531,                // "orange"
     PV_TRUE = 547,                  // "true"
     PV_FALSE = 548,                 // "false"
     PV_END = 549,                   // one past the last text; the end of a search through the table

@@ -1,0 +1,8 @@
+#pragma once
+
+#include "radiation/SimulationResources.h"
+
+class OpticElement {
+public:
+    static SimulationResources resources;
+};
