@@ -85,10 +85,10 @@ VectorQUICK Perpendicular(const VectorQUICK& a, const VectorQUICK& b) {
     return VectorQUICK(a.Get(0) - along.Get(0), a.Get(1) - along.Get(1), a.Get(2) - along.Get(2));
 }
 
-// The angle in radians of the system's degrees; a zero vector has no angle, taken as 0.
-double AngleRadians(const VectorQUICK& a, const VectorQUICK& b) {
-    if (a.GetLength() == 0.0) return 0.0;
-    return a.Angle(b) * RADIANS_PER_DEGREE;
+// The angle in the system's degrees. A zero vector a, the part of a direction along an axis
+// that the direction does not leave, has no angle: it is taken as 0.
+double AngleDegrees(const VectorQUICK& a, const VectorQUICK& b) {
+    return a.GetLength() == 0.0 ? 0.0 : a.Angle(b);
 }
 
 // The value of the listed number "0.5", the default size of a source in wavelengths.
@@ -103,7 +103,7 @@ double DefaultSourceSize() {
 
 // The array's phaseDir, one of "x+", "x-", "y+", "y-", "z+", "z-"; none is the zero vector.
 VectorQUICK PhaseDirectionOf(Array& array) {
-    constexpr int FIRST = 237;
+    constexpr int FIRST = 237;  // "x+"
     constexpr double SIGNED_AXES[6][3] = {{1, 0, 0},  {-1, 0, 0}, {0, 1, 0},
                                           {0, -1, 0}, {0, 0, 1},  {0, 0, -1}};
     eParamValue value = PV_EMPTY;
@@ -242,7 +242,8 @@ void RadiationPattern::cacheArrayFactor() {
     arrayElements.clear();
     if (!applyArray || sourceArray == nullptr) return;
     // The pattern's own wavelength, else the array's.
-    arrayWavelength = wavelength > 0.0 ? wavelength : sourceArray->GetWavelength();
+    arrayWavelength =
+        wavelengthFound && wavelength > 0.0 ? wavelength : sourceArray->GetWavelength();
     std::vector<Coordinates*> positions;
     if (arrayWavelength <= 0.0 ||
         !sourceArray->getPositions(positions, false, nullptr, nullptr, -1)) {
@@ -332,7 +333,7 @@ double RadiationPattern::hpbwDB(const VectorQUICK& v, double out) const {
         out -= 3.0 * std::fabs(a) / std::fabs(w / 2);
     }
     if (hpbwHoriz != WIDTH_NOT_SET) {
-        const double b = AngleRadians(Perpendicular(v, axis1), axis2);
+        const double b = AngleDegrees(Perpendicular(v, axis1), axis2) * RADIANS_PER_DEGREE;
         const double w = hpbwHoriz * RADIANS_PER_DEGREE;
         out -= 3.0 * std::fabs(b) / std::fabs(w / 2);
     }
@@ -343,7 +344,7 @@ double RadiationPattern::fromFileDB(const VectorQUICK& v, double out) const {
     double s = 1.0;
     if (!verticalSlices.empty()) {
         const VectorQUICK u = Perpendicular(v, axis2);
-        double phi = u.Angle(axis1);
+        double phi = AngleDegrees(u, axis1);
         if (u.Dot(axisCross) < 0) phi = -phi;
         if (phi < 0) phi += 360.0;
         if (phi > 180.0) phi = 180.0;

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <fstream>
 #include <memory>
@@ -88,7 +87,6 @@ TEST(RadiationPatternTest, PatFileLoadsItsSlicesAndGivesTheirGains) {
     EXPECT_DOUBLE_EQ(horizontal.at(180), PatLinear(0.5));
     ASSERT_EQ(pattern->getVerticalSlices().size(), 2u);
     EXPECT_EQ(pattern->getVerticalSlices()[1].getOffset(), 180.0);
-    EXPECT_EQ(pattern->getVerticalSlices()[1].getDir(), SLICE_VERTICAL);
 
     // With dir1 = z and dir2 = x: the result is gain * s * 10^(gain / 10), s interpolated in
     // the slice at e = angle(v, dir2) - 90.
@@ -287,21 +285,15 @@ TEST(RadiationPatternTest, PatternIsDrawnOverASphereOfDirections) {
     EXPECT_GT(directions.size(), 300u);
     EXPECT_LT(directions.size(), 700u);
     EXPECT_FALSE(links.empty());
-    double lowest = 1.0;
-    double highest = -1.0;
-    for (Coordinates* direction : directions) {
-        lowest = std::min(lowest, direction->Get(2));
-        highest = std::max(highest, direction->Get(2));
-    }
-    EXPECT_NEAR(lowest, -1.0, 0.01);
-    EXPECT_NEAR(highest, 1.0, 0.01);
+    // From the pole of dir1 round to the opposite one.
+    EXPECT_NEAR(directions.front()->Get(2), 1.0, 1e-9);
+    EXPECT_NEAR(directions.back()->Get(2), -1.0, 0.01);
 
     std::vector<double> intensities;
     ASSERT_TRUE(pattern->getIntensitiesDB(directions, intensities));
     ASSERT_EQ(intensities.size(), directions.size());
-    for (size_t i = 0; i < directions.size(); i += 50) {
-        double single = 0;
-        pattern->getIntensityDB(directions[i], single);
-        EXPECT_EQ(intensities[i], single);
-    }
+    double single = 0;
+    pattern->getIntensityDB(directions[100], single);
+    EXPECT_EQ(intensities[100], single);
+    EXPECT_EQ(intensities.front(), 0.0);
 }
