@@ -19,6 +19,8 @@ class Medium;
 // that rays carry. Rays read its parameters under its lock.
 class Volume : public Component, public std::vector<Interface*>, public Lockable {
 public:
+    using Faces = std::vector<Interface*>;
+
     Volume();
     ~Volume() override;
 

@@ -49,7 +49,8 @@ public:
     bool ClearRays();
     bool ClearTestRays();
     bool ClearTriRays();
-    // Forgets the ray of this id; called by the ray's destructor.
+    // Forgets the ray of this id, in the map and in the vector; called by the ray's
+    // destructor.
     bool RemoveRay(int id);
 
     // Null if absent. Takes no lock: callers that race hold the beam's lock.
@@ -137,8 +138,9 @@ public:
 private:
     enum class Field { phase, intensity };
 
-    // The three corner rays, or false if one has gone or two coincide.
-    bool Corners(const TriRay& triangle, Ray*& a, Ray*& b, Ray*& c);
+    // The three corner rays; false if one has gone.
+    bool Corners(const TriRay& triangle, Ray* corners[3]);
+    static bool Distinct(Ray* const corners[3]);
     // The phase or intensity at the end of a ray.
     double ValueAt(Field field, Ray& ray) const;
     std::map<int, Coordinates>& Gradients(Field field) {
@@ -150,9 +152,11 @@ private:
     bool InterpolateSmooth(Field field, Coordinates& p, double& out);
     // Fits and stores one gradient per ray for the field.
     void FitGradients(Field field);
-    // The walk shared by the two intensity evaluations.
+    // The walk shared by the two intensity evaluations: each triangle's intensity goes to
+    // its corners, weighed by weigh over the two halves at each corner; withPower scales
+    // each ray's mean by its power.
     template <typename Weigh>
-    void SpreadToRays(Weigh weigh);
+    void SpreadToRays(Weigh weigh, bool withPower);
     void SetIntensityLimits();
     static Ray* CopyOf(const Ray* ray);
 
@@ -175,6 +179,8 @@ private:
     bool rayOrigin = true;
     bool rayOwn = true;
     std::string sourceName;
+    // True during the delete walk of ClearRays.
+    bool clearing = false;
 };
 
 // The global beam table, under one lock. Null when no beam has the id.

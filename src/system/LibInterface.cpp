@@ -1,11 +1,81 @@
 #include "system/LibInterface.h"
 
+#include <map>
+#include <mutex>
+#include <sstream>
 #include <string>
 
+#include "control/OpticElement.h"
 #include "logging/Log.h"
+#include "radiation/Medium.h"
 #include "system/System_.h"
 
-LibInterface::LibInterface() = default;
+namespace {
+
+std::map<int, std::string> mediumNames;
+std::map<int, eParamValue> channelMap;
+std::mutex tablesLock;
+
+// Medium numbers 1 to 12 name the built-in media that follow "Vacuum/ air".
+void FillMediumNames() {
+    mediumNames[0] = "";
+    for (int medium = MEDIA_CONCRETE; medium < MEDIA_COUNT; ++medium) {
+        mediumNames[medium] = OpticElement::resources.GetMediaName(static_cast<eMedia>(medium));
+    }
+}
+
+// Channel numbers run on from 1 through the value runs of the channel table, skipping the
+// gaps between the runs.
+void FillChannelMap() {
+    static const std::pair<eParamValue, eParamValue> runs[] = {
+        {PV_CHANNEL_WIFI24_FIRST, PV_CHANNEL_WIFI24_LAST},
+        {PV_CHANNEL_WIFI50_FIRST, PV_CHANNEL_WIFI50_LAST},
+        {PV_CHANNEL_LTE_FIRST, PV_CHANNEL_LTE_LAST},
+        {PV_CHANNEL_NR_FR1_FIRST, PV_CHANNEL_NR_FR1_LAST},
+        {PV_CHANNEL_NR_FR2_FIRST, PV_CHANNEL_NR_FR2_LAST},
+    };
+    int channel = 1;
+    for (const auto& [first, last] : runs) {
+        for (int value = first; value <= last; ++value) {
+            channelMap[channel++] = static_cast<eParamValue>(value);
+        }
+    }
+}
+
+// The text of one medium: its name and ITU numbers, doubles as a stream writes them.
+std::string MaterialDescription(Medium* medium) {
+    double a = 0, b = 0, permeability = 0, c = 0, d = 0;
+    medium->GetRelPtPbCond(a, b, permeability, c, d);
+    std::ostringstream text;
+    text << "material " << medium->GetName() << " details from ITU documentation: \n"
+         << "ralative permittivity a = " << a << " , b =" << b << "\n"
+         << "ralative permeability a = " << permeability << "\n"
+         << "condictivity c = " << c << " , d =" << d << "\n";
+    return text.str();
+}
+
+}  // namespace
+
+LibInterface::LibInterface() {
+    {
+        std::lock_guard<std::mutex> guard(tablesLock);
+        if (mediumNames.empty()) FillMediumNames();
+        if (channelMap.empty()) FillChannelMap();
+    }
+    OpticElement::resources.init();
+}
+
+std::string LibInterface::GetMediumName(int medium) {
+    std::lock_guard<std::mutex> guard(tablesLock);
+    auto found = mediumNames.find(medium);
+    return found == mediumNames.end() ? std::string() : found->second;
+}
+
+eParamValue LibInterface::GetChannelValue(int channel) {
+    std::lock_guard<std::mutex> guard(tablesLock);
+    auto found = channelMap.find(channel);
+    return found == channelMap.end() ? static_cast<eParamValue>(0) : found->second;
+}
 
 LibInterface::~LibInterface() { releaseSystem(); }
 
@@ -20,10 +90,17 @@ bool LibInterface::UpdateOnline() { return false; }
 bool LibInterface::Ready() { return false; }
 bool LibInterface::UpdateFailed() { return false; }
 
-// The material catalogue comes from the simulation's media, which this build does not
-// hold yet: the lists stay empty.
-bool LibInterface::GetMaterialNames(std::vector<std::string>&) { return true; }
-bool LibInterface::GetMaterialDescriptions(std::vector<std::string>&) { return true; }
+bool LibInterface::GetMaterialNames(std::vector<std::string>& names) {
+    for (Medium* medium : OpticElement::resources.GetMedia()) names.push_back(medium->GetName());
+    return true;
+}
+
+bool LibInterface::GetMaterialDescriptions(std::vector<std::string>& descriptions) {
+    for (Medium* medium : OpticElement::resources.GetMedia()) {
+        descriptions.push_back(MaterialDescription(medium));
+    }
+    return true;
+}
 
 // The access-point and antenna catalogues are empty in this system.
 bool LibInterface::GetAPNames(std::vector<std::string>&) { return true; }

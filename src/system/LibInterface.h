@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "framework/ParamTypes.h"
 #include "system/AccessPointOption.h"
 #include "system/AntennaOption.h"
 #include "system/SystemRecords.h"
@@ -12,10 +13,21 @@ class System_;
 
 // The facade between the system records and the simulation library: catalogues of
 // what a client may choose from, the system of the current run, and its results.
+//
+// The first facade fills two process-wide tables that turn a record's plain integers into
+// the library's values: the medium number (0 for none, then the built-in media after
+// "Vacuum/ air") to a medium's name, and the channel number (1 to 221) to the value of the
+// simulation's channel parameter.
 class LibInterface {
 public:
+    // Fills the tables where they are empty and the built-in media of the process.
     LibInterface();
     virtual ~LibInterface();
+
+    // The name of the medium with that number; an empty text for 0 and unknown numbers.
+    static std::string GetMediumName(int medium);
+    // The channel value of that channel number; 0 for an unknown number.
+    static eParamValue GetChannelValue(int channel);
 
     static const char* GetVersion();
     bool SetDataLocation();
@@ -23,7 +35,9 @@ public:
     bool Ready();
     bool UpdateFailed();
 
+    // Appends the name of each medium of the process, "Vacuum/ air" first.
     bool GetMaterialNames(std::vector<std::string>& names);
+    // Appends the ITU numbers of each medium as a text.
     bool GetMaterialDescriptions(std::vector<std::string>& descriptions);
     bool GetAPNames(std::vector<std::string>& names);
     bool GetAPDescriptions(std::vector<std::string>& descriptions);

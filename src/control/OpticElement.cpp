@@ -1,0 +1,3 @@
+#include "control/OpticElement.h"
+
+SimulationResources OpticElement::resources;
