@@ -83,7 +83,10 @@ bool SimObject::Initialize() {
     simObjLock.unlock();
 
     UpdateLayout();
-    if (parent != nullptr) parent->AddChild(this);
+    if (parent != nullptr) {
+        parent->AddChild(this);
+        TakeTranslationFromParentArray();
+    }
     return Renderable::Initialize();
 }
 

@@ -211,6 +211,9 @@ protected:
     static double simTime;
 
 private:
+    // An object with a layout under a parent whose layout has an array starts at the
+    // array's first position.
+    void TakeTranslationFromParentArray();
     // Reserves id 0 once, for the first object constructed.
     static void ReserveIdZero();
     // Gives the id back to the set and the map.

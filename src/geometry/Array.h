@@ -54,6 +54,14 @@ public:
     Rotation* GetRotation() { return rotation; }
 
 protected:
+    // Fills the cache with the shape for the count n.
+    void Generate(int n, bool withLinks, bool withAngles);
+    // Turns every cached position by the rotation, when there is one.
+    void Rotate();
+    // Appends the cache (or clones of it) to the caller's vectors.
+    void HandOut(std::vector<Coordinates*>& out, bool copy, std::vector<triLink*>* outLinks,
+                 std::vector<double>* outAngles) const;
+
     eParamValue arrayType = PV_EMPTY;
     eParamValue arrayShape = PV_EMPTY;
     int count = -1;
@@ -68,4 +76,8 @@ protected:
     std::vector<triLink*> links;
     std::vector<double> solidAngles;
     bool positionsChanged = true;
+    // Whether the cache holds the triangles and their solid angles: both are made only
+    // when asked for.
+    bool linksCached = false;
+    bool anglesCached = false;
 };

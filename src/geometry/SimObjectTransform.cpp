@@ -1,6 +1,9 @@
 // The transformation accessors of SimObject: an object with a layout moves, turns and
 // repeats through it, and passes its global transformation down to its children.
+#include <vector>
+
 #include "framework/SimObject.h"
+#include "geometry/Coordinates.h"
 #include "geometry/Array.h"
 #include "geometry/Layout.h"
 #include "geometry/Transformation.h"
@@ -38,18 +41,43 @@ bool SimObject::UpdateLayout() {
     return layout->Update();
 }
 
+namespace {
+
+// A position of the array, generated when the array is out of date; null when the array
+// has no such position.
+Coordinates* ArrayPosition(Array* array, int position) {
+    std::vector<Coordinates*> positions;
+    if (array == nullptr || !array->getPositions(positions, false, nullptr, nullptr, -1)) {
+        return nullptr;
+    }
+    if (position < 0 || position >= static_cast<int>(positions.size())) return nullptr;
+    return positions[position];
+}
+
+}  // namespace
+
 int SimObject::GetLayoutPositionCount() {
-    if (layout == nullptr || layout->GetArray() == nullptr) return 1;
-    return layout->GetArray()->GetPositionCount();
+    Array* array = layout == nullptr ? nullptr : layout->GetArray();
+    std::vector<Coordinates*> positions;
+    if (array == nullptr || !array->getPositions(positions, false, nullptr, nullptr, -1)) return 1;
+    return static_cast<int>(positions.size());
 }
 
 bool SimObject::SetLayoutPosition(int position) {
-    Array* array = layout == nullptr ? nullptr : layout->GetArray();
-    Coordinates* point = array == nullptr ? nullptr : array->GetPosition(position);
+    Coordinates* point = ArrayPosition(layout == nullptr ? nullptr : layout->GetArray(), position);
     if (point == nullptr) {
         Log::log(1) << "SimObject::SetLayoutPosition() - " << objName << " has no position "
                     << position << "\n";
         return false;
     }
     return layout->setToCentre(*point) && layout->Update();
+}
+
+void SimObject::TakeTranslationFromParentArray() {
+    if (parent == nullptr || parent->layout == nullptr || !hasLayout) return;
+    Coordinates* point = ArrayPosition(parent->layout->GetArray(), 0);
+    if (point == nullptr) return;
+    InitLayout();
+    layout->setToCentre(*point);
+    layout->Update();
 }
