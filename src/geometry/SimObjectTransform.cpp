@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "framework/SimObject.h"
-#include "geometry/Coordinates.h"
 #include "geometry/Array.h"
+#include "geometry/Coordinates.h"
 #include "geometry/Layout.h"
 #include "geometry/Transformation.h"
 #include "logging/Log.h"

@@ -5,6 +5,7 @@
 #include "framework/Component.h"
 #include "framework/ParamTypes.h"
 #include "geometry/Direction.h"
+#include "geometry/Transformation.h"
 
 class Array;
 class CElement;
@@ -22,6 +23,8 @@ public:
     RayLayout();
     ~RayLayout() override;
 
+    // Forgets the children as it deletes them.
+    bool Empty() override;
     // Takes the children "Array" by type and "Point" and "Direction" by name.
     bool FromXml(CElement* element) override;
     // The parameter "Shape" with "Single", the child "Point" at the origin and the child
@@ -38,7 +41,7 @@ public:
     // Appends one ray per position of the array (count as Array::getPositions takes it),
     // with ids from 0 in the order of the positions; with triRays, also one TriRay per
     // triangle of neighbouring rays. False when there are no positions.
-    bool SetRays(std::vector<Ray*>& rays, int count, std::vector<TriRay*>* triRays);
+    bool SetRays(std::vector<Ray*>& rays, int rayCount, std::vector<TriRay*>* triRays);
     // The rays of a trace: SetRays with the spacing or count that the array holds.
     bool SetInitialRays(std::vector<Ray*>& rays, std::vector<TriRay*>* triRays);
     // testCount rays; false, and none, when testCount is not positive.
@@ -49,6 +52,11 @@ public:
     Direction* GetDirection() { return direction; }
 
 private:
+    // side1 and up = direction x helper, side2 = direction x up, with the helper x, or y
+    // when the direction is x.
+    void BuildFrame();
+    // The layout's global transformation, or its parent's when it has no layout.
+    Transformation PlacingTransformation();
     // Reads a parameter into value when it exists; found says whether it did.
     template <typename T>
     void ReadParameter(eParamName name, T& value, bool& found, T fallback);

@@ -383,3 +383,36 @@ TEST(Array, ReadsItsParametersOncePerChange) {
     EXPECT_TRUE(array.checkParams());
     EXPECT_EQ(array.GetCount(), 12);
 }
+
+// An object counts and visits the positions of its layout's array; a child with a layout
+// made under it starts at the array's first position.
+TEST(Layout, ArrayPositionsPlaceObjects) {
+    auto owner = std::unique_ptr<SampleNode>(SampleNode::MakeUnder(nullptr, "owner"));
+    owner->InitLayout();
+    owner->GetLayout()->InitArray();
+    Array* array = owner->GetLayout()->GetArray();
+    array->SetParameterValue(PN_ARRTYP, PV_PLANE);
+    array->SetParameterValue(PN_ARRSHA, PV_LINE);
+    array->SetParameterValue(PN_SIZ, 4.0);
+    array->SetParameterValue(PN_CNT, 3);
+    EXPECT_EQ(owner->GetLayoutPositionCount(), 3);
+
+    Coordinates centre(3);
+    ASSERT_TRUE(owner->SetLayoutPosition(2));
+    owner->GetLayout()->GetCentre(centre);
+    EXPECT_NEAR(centre.Get(0), 2.0, 1e-12);
+    EXPECT_FALSE(owner->SetLayoutPosition(3));
+
+    auto* child = new SampleNode();
+    child->SetHasLayout(true);
+    child->SetParent(owner.get());
+    child->Initialize();
+    ASSERT_NE(child->GetLayout(), nullptr);
+    Coordinates origin(3), placed(3);
+    child->GetLayout()->GetLocalTransformation().Transform(origin, placed);
+    EXPECT_NEAR(placed.Get(0), -2.0, 1e-12);
+
+    // Without a layout of its own a child stays where its parent puts it.
+    SampleNode* plain = SampleNode::MakeUnder(owner.get(), "plain");
+    EXPECT_EQ(plain->GetLayout(), nullptr);
+}
