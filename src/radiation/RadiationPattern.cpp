@@ -19,6 +19,7 @@ constexpr double SMALLEST_POWER = 1e-12;
 constexpr double NO_POWER_DB = -120.0;
 // Half-power widths of -1 are not set and cause no drop.
 constexpr double WIDTH_NOT_SET = -1.0;
+constexpr double FULL_SPHERE_DEGREES = 360.0;
 
 // A pattern axis and the perpendicular reference direction that goes with it.
 struct AxisPair {
@@ -84,10 +85,10 @@ VectorQUICK Perpendicular(const VectorQUICK& a, const VectorQUICK& b) {
     return VectorQUICK(a.Get(0) - along.Get(0), a.Get(1) - along.Get(1), a.Get(2) - along.Get(2));
 }
 
-// The angle in radians of the system's degrees; a zero vector has no angle, taken as 0.
-double AngleRadians(const VectorQUICK& a, const VectorQUICK& b) {
-    if (a.GetLength() == 0.0) return 0.0;
-    return a.Angle(b) * RADIANS_PER_DEGREE;
+// The angle in the system's degrees. A zero vector a, the part of a direction along an axis
+// that the direction does not leave, has no angle: it is taken as 0.
+double AngleDegrees(const VectorQUICK& a, const VectorQUICK& b) {
+    return a.GetLength() == 0.0 ? 0.0 : a.Angle(b);
 }
 
 // The value of the listed number "0.5", the default size of a source in wavelengths.
@@ -98,6 +99,19 @@ double DefaultSourceSize() {
         if (value != Parameter::paramNumValues.end()) return value->second;
     }
     return 0.5;
+}
+
+// The array's phaseDir, one of "x+", "x-", "y+", "y-", "z+", "z-"; none is the zero vector.
+VectorQUICK PhaseDirectionOf(Array& array) {
+    constexpr int FIRST = 237;  // "x+"
+    constexpr double SIGNED_AXES[6][3] = {{1, 0, 0},  {-1, 0, 0}, {0, 1, 0},
+                                          {0, -1, 0}, {0, 0, 1},  {0, 0, -1}};
+    eParamValue value = PV_EMPTY;
+    array.GetParameterValue<eParamValue>(PN_PHDIR, value);
+    const int index = static_cast<int>(value) - FIRST;
+    if (index < 0 || index >= 6) return VectorQUICK(0, 0, 0);
+    const double(&axis)[3] = SIGNED_AXES[index];
+    return VectorQUICK(axis[0], axis[1], axis[2]);
 }
 
 bool Contains(const std::string& name, const char* piece) {
@@ -139,13 +153,21 @@ bool RadiationPattern::FromXml(CElement* element) {
 }
 
 bool RadiationPattern::checkParams() {
-    if (sourceArray != nullptr) sourceArray->checkParams();
-    if (paramsChecked) return checkResult;
+    bool arrayChanged = false;
+    if (sourceArray != nullptr) {
+        sourceArray->checkParams();
+        arrayChanged = sourceArray->PositionsChanged();
+    }
+    if (paramsChecked) {
+        if (arrayChanged) cacheArrayFactor();
+        return checkResult;
+    }
     readSettings();
     checkResult = kind != PV_RADPAT_FILE || readPatternFile();
     readSourceSize();
     setAxes();
     setDrawing();
+    cacheArrayFactor();
     paramsChecked = true;
     return checkResult;
 }
@@ -211,6 +233,31 @@ void RadiationPattern::setDrawing() {
     array->SetParameterValue(PN_ARRSHA, PV_CIRCLEFULL);
     array->SetParameterValue(PN_SIZ, size);
     array->SetParameterValue(PN_CNT, drawCount);
+    // A full sphere of directions.
+    array->SetParameterValue(PN_ANG, FULL_SPHERE_DEGREES);
+}
+
+void RadiationPattern::cacheArrayFactor() {
+    arrayFactorReady = false;
+    arrayElements.clear();
+    if (!applyArray || sourceArray == nullptr) return;
+    // The pattern's own wavelength, else the array's.
+    arrayWavelength =
+        wavelengthFound && wavelength > 0.0 ? wavelength : sourceArray->GetWavelength();
+    std::vector<Coordinates*> positions;
+    if (arrayWavelength <= 0.0 ||
+        !sourceArray->getPositions(positions, false, nullptr, nullptr, -1)) {
+        Log::log(2) << "RadiationPattern::checkParams: " << objName
+                    << " leaves out the array factor: the array has no positions or no "
+                       "wavelength\n";
+        return;
+    }
+    const VectorQUICK phaseDir = PhaseDirectionOf(*sourceArray);
+    for (Coordinates* position : positions) {
+        const VectorQUICK e(position->Get(0), position->Get(1), position->Get(2));
+        arrayElements.push_back({e, e.Dot(phaseDir)});
+    }
+    arrayFactorReady = true;
 }
 
 bool RadiationPattern::getIntensityDB(MatrixTemplate<double>& v, double& out) {
@@ -242,17 +289,29 @@ bool RadiationPattern::getIntensitiesDB(std::vector<Coordinates*>& directions,
 }
 
 double RadiationPattern::intensityDB(const VectorQUICK& v) const {
-    const double out = gain;
+    double out = gain;
     switch (kind) {
         case PV_RADPAT_DIPOLE:
-            return dipoleDB(v, out);
+            out = dipoleDB(v, out);
+            break;
         case PV_RADPAT_HPBW:
-            return hpbwDB(v, out);
+            out = hpbwDB(v, out);
+            break;
         case PV_RADPAT_FILE:
-            return fromFileDB(v, out);
+            out = fromFileDB(v, out);
+            break;
         default:
-            return out;
+            break;
     }
+    return arrayFactorReady ? out * arrayFactor(v) : out;
+}
+
+double RadiationPattern::arrayFactor(const VectorQUICK& v) const {
+    double sum = 0.0;
+    for (const ArrayElement& element : arrayElements) {
+        sum += std::cos(TWO_PI * (element.position.Dot(v) - element.phase) / arrayWavelength);
+    }
+    return sum;
 }
 
 double RadiationPattern::dipoleDB(const VectorQUICK& v, double out) const {
@@ -274,7 +333,7 @@ double RadiationPattern::hpbwDB(const VectorQUICK& v, double out) const {
         out -= 3.0 * std::fabs(a) / std::fabs(w / 2);
     }
     if (hpbwHoriz != WIDTH_NOT_SET) {
-        const double b = AngleRadians(Perpendicular(v, axis1), axis2);
+        const double b = AngleDegrees(Perpendicular(v, axis1), axis2) * RADIANS_PER_DEGREE;
         const double w = hpbwHoriz * RADIANS_PER_DEGREE;
         out -= 3.0 * std::fabs(b) / std::fabs(w / 2);
     }
@@ -285,7 +344,7 @@ double RadiationPattern::fromFileDB(const VectorQUICK& v, double out) const {
     double s = 1.0;
     if (!verticalSlices.empty()) {
         const VectorQUICK u = Perpendicular(v, axis2);
-        double phi = u.Angle(axis1);
+        double phi = AngleDegrees(u, axis1);
         if (u.Dot(axisCross) < 0) phi = -phi;
         if (phi < 0) phi += 360.0;
         if (phi > 180.0) phi = 180.0;
@@ -297,6 +356,16 @@ double RadiationPattern::fromFileDB(const VectorQUICK& v, double out) const {
     }
     // A linear product used as dB: the file's shape scales the peak gain's power ratio.
     return out * s * std::pow(10.0, gain * 0.1);
+}
+
+bool RadiationPattern::getPatternDirSet(std::vector<Coordinates*>& directions,
+                                        std::vector<triLink*>& links) {
+    checkParams();
+    if (array == nullptr) {
+        Log::log(1) << "RadiationPattern::getPatternDirSet: " << objName << " has no array\n";
+        return false;
+    }
+    return array->getPositions(directions, false, &links, nullptr, drawCount);
 }
 
 bool RadiationPattern::setRadPatternArray(Array* newArray) {

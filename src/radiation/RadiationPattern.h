@@ -13,6 +13,7 @@
 class Array;
 class Coordinates;
 class Direction;
+struct triLink;
 
 // The gain of a source by direction, in dB. Four kinds, chosen by radPattern: the same peak
 // gain everywhere, a dipole of radSourceSize wavelengths, a beam given by its half-power
@@ -51,6 +52,10 @@ public:
     // getIntensityDB for each direction, into intensities (one entry per direction, 0 for a
     // null or too small one). False when any direction had no value.
     bool getIntensitiesDB(std::vector<Coordinates*>& directions, std::vector<double>& intensities);
+    // The directions (and the triangles between them) of the "array" child, a full sphere
+    // of about as many directions as radPatternRes asks for, to draw the pattern with. The
+    // objects stay the child's.
+    bool getPatternDirSet(std::vector<Coordinates*>& directions, std::vector<triLink*>& links);
     // The array factor of array applies from now on; null switches it off.
     bool setRadPatternArray(Array* array);
     // The settings and the slice sizes on the log at level 4.
@@ -84,6 +89,8 @@ private:
     void readSourceSize();
     void setAxes();
     void setDrawing();
+    // Takes the source array's positions and phase direction for the array factor.
+    void cacheArrayFactor();
 
     // The file readers, in RadiationPatternFiles.cpp. readFileWith opens fileName into
     // fileStream, runs the reader over it and closes it again.
@@ -106,6 +113,14 @@ private:
     double dipoleDB(const VectorQUICK& v, double out) const;
     double hpbwDB(const VectorQUICK& v, double out) const;
     double fromFileDB(const VectorQUICK& v, double out) const;
+    // The sum over the array's positions e of cos(2 pi (e . v - e . P) / wavelength).
+    double arrayFactor(const VectorQUICK& v) const;
+
+    // A position of the source array with its phase e . P.
+    struct ArrayElement {
+        VectorQUICK position;
+        double phase;
+    };
 
     Direction* dir1 = nullptr;
     Direction* dir2 = nullptr;
@@ -144,4 +159,8 @@ private:
     VectorQUICK axis1;
     VectorQUICK axis2;
     VectorQUICK axisCross;
+    // The array factor's cache, refreshed whenever the source array's positions change.
+    bool arrayFactorReady = false;
+    double arrayWavelength = -1.0;
+    std::vector<ArrayElement> arrayElements;
 };

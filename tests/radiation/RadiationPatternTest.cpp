@@ -4,9 +4,11 @@
 #include <fstream>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "framework/Parameter.h"
 #include "geometry/Array.h"
+#include "geometry/Coordinates.h"
 #include "geometry/Direction.h"
 #include "radiation/RadiationPattern.h"
 #include "support/TempDir.h"
@@ -85,7 +87,6 @@ TEST(RadiationPatternTest, PatFileLoadsItsSlicesAndGivesTheirGains) {
     EXPECT_DOUBLE_EQ(horizontal.at(180), PatLinear(0.5));
     ASSERT_EQ(pattern->getVerticalSlices().size(), 2u);
     EXPECT_EQ(pattern->getVerticalSlices()[1].getOffset(), 180.0);
-    EXPECT_EQ(pattern->getVerticalSlices()[1].getDir(), SLICE_VERTICAL);
 
     // With dir1 = z and dir2 = x: the result is gain * s * 10^(gain / 10), s interpolated in
     // the slice at e = angle(v, dir2) - 90.
@@ -245,4 +246,54 @@ TEST(RadiationPatternTest, OmniAxesDrawingAndMissingFile) {
     EXPECT_NEAR(GainAt(*pattern, {0, 1, 0}), 4.0 * std::pow(10.0, 0.4), 1e-12);
     EXPECT_TRUE(RadiationPattern::isPatternFile("dir/ANT.APF"));
     EXPECT_FALSE(RadiationPattern::isPatternFile("antenna.txt"));
+}
+
+TEST(RadiationPatternTest, ArrayFactorSumsThePhasesOfTheElements) {
+    auto pattern = MakePattern(PV_RADPAT_OMNI, 3.0);
+    pattern->SetParameterValue(PN_LMDA, 1.0);
+    // A "line" of two points on a plane: x = -size / 2 and x = +size / 2.
+    Array elements;
+    elements.Initialize();
+    elements.SetParameterValue(PN_ARRTYP, PV_PLANE);
+    elements.SetParameterValue(PN_ARRSHA, PV_LINE);
+    elements.SetParameterValue(PN_CNT, 2);
+    elements.SetParameterValue(PN_SIZ, 0.5);
+    pattern->setRadPatternArray(&elements);
+
+    // Along the line the two are a half wave apart: cos(pi / 2) twice. Across it, in phase.
+    EXPECT_NEAR(GainAt(*pattern, {1, 0, 0}), 0.0, 1e-12);
+    EXPECT_NEAR(GainAt(*pattern, {0, 0, 1}), 6.0, 1e-12);
+    const double tilted[3] = {std::cos(Radians(60)), 0, std::sin(Radians(60))};
+    EXPECT_NEAR(GainAt(*pattern, tilted), 3.0 * 2.0 * std::cos(PI / 4.0), 1e-12);
+    // A change of the array reaches the pattern: a full wave apart, in antiphase.
+    elements.SetParameterValue(PN_SIZ, 1.0);
+    EXPECT_NEAR(GainAt(*pattern, {1, 0, 0}), -6.0, 1e-12);
+    // Steered along x ("x+") the elements add up in that direction.
+    elements.SetParameterValue(PN_PHDIR, static_cast<eParamValue>(237));
+    EXPECT_NEAR(GainAt(*pattern, {1, 0, 0}), 6.0, 1e-12);
+    pattern->setRadPatternArray(nullptr);
+    EXPECT_EQ(GainAt(*pattern, {1, 0, 0}), 3.0);
+}
+
+TEST(RadiationPatternTest, PatternIsDrawnOverASphereOfDirections) {
+    auto pattern = MakePattern(PV_RADPAT_DIPOLE, 2.0);
+    pattern->SetParameterValue(PN_RPATRES, PV_PATRES_VERYLOW);
+    std::vector<Coordinates*> directions;
+    std::vector<triLink*> links;
+    ASSERT_TRUE(pattern->getPatternDirSet(directions, links));
+    // The rings of a sphere hold about as many directions as asked for.
+    EXPECT_GT(directions.size(), 300u);
+    EXPECT_LT(directions.size(), 700u);
+    EXPECT_FALSE(links.empty());
+    // From the pole of dir1 round to the opposite one.
+    EXPECT_NEAR(directions.front()->Get(2), 1.0, 1e-9);
+    EXPECT_NEAR(directions.back()->Get(2), -1.0, 0.01);
+
+    std::vector<double> intensities;
+    ASSERT_TRUE(pattern->getIntensitiesDB(directions, intensities));
+    ASSERT_EQ(intensities.size(), directions.size());
+    double single = 0;
+    pattern->getIntensityDB(directions[100], single);
+    EXPECT_EQ(intensities[100], single);
+    EXPECT_EQ(intensities.front(), 0.0);
 }
