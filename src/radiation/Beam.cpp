@@ -235,9 +235,7 @@ void Beam::TurnRays(BeamQUICK* beam) {
 
 bool Beam::Copy(Beam& other) {
     if (&other == this) return false;
-    for (auto& entry : static_cast<ParameterMap&>(other)) {
-        Component::PassParameter(entry.first, &other, this, entry.first);
-    }
+    PassAllParameters(&other, this);
     useTriRays = other.useTriRays;
     if (other.rayLayout != nullptr) {
         if (rayLayout == nullptr) InitializeLayout();

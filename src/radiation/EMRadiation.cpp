@@ -94,6 +94,7 @@ bool EMRadiation::Copy(EMRadiation* other) {
     if (other == nullptr || other == this) return false;
     DeleteLaunches();
     DeleteBeams();
+    PassAllParameters(other, this);
     for (Beam* launch : other->beams) AddLaunch()->Copy(*launch);
     radPattern = other->radPattern;
     useTriRays = other->useTriRays;

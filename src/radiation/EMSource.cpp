@@ -98,8 +98,10 @@ bool EMSource::Initialize() {
     Component::Initialize();
     radiation.SetParent(this);
     radiation.Initialize();
+    radiation.SetName("radiation");
     signal.SetParent(this);
     signal.Initialize();
+    signal.SetName("signal");
     radiationPending = true;
     SetVolume(Volume::GetVolumeFromId(OpticElement::resources.GetDefaultVolumeId()));
     return true;

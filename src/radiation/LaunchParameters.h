@@ -34,5 +34,8 @@ inline constexpr eParamName PATTERN_PARAMETERS[] = {
 
 // Passes each listed parameter that from has to to, under the same name. The number passed.
 int PassParameters(std::span<const eParamName> names, Component* from, Component* to);
+// Passes every parameter of from to to, in the order of from's children; of several under
+// one name, the first.
+int PassAllParameters(Component* from, Component* to);
 // The same, and each parameter passed becomes a quick parameter of to.
 int QuickCopyParameters(std::span<const eParamName> names, Component* from, Component* to);
