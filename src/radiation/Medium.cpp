@@ -32,15 +32,20 @@ bool Medium::FromXml(CElement* element) {
     return true;
 }
 
+template <typename T>
+void Medium::KeepFlagParameter(eParamName name, const char* childName, bool present,
+                               const T& value) {
+    if (!present) {
+        RemoveParameter(name);
+        return;
+    }
+    SetParameterValue(name, value);
+    GetParameterp(name)->SetName(childName);
+}
+
 bool Medium::ToXml(CElement* element, bool leaveOutExpanded) {
-    if (hasFixedIndex) {
-        SetParameterValue(PN_RIND, refractiveIndex);
-        GetParameterp(PN_RIND)->SetName("RefractiveIndex");
-    }
-    if (hasName) {
-        SetParameterValue(PN_NAM, objName);
-        GetParameterp(PN_NAM)->SetName("Name");
-    }
+    KeepFlagParameter(PN_RIND, "RefractiveIndex", hasFixedIndex, refractiveIndex);
+    KeepFlagParameter(PN_NAM, "Name", hasName, objName);
     return SimObject::ToXml(element, leaveOutExpanded);
 }
 

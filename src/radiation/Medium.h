@@ -21,7 +21,8 @@ public:
     // The component load, then the parameters named "Name" and "RefractiveIndex": the first
     // marks the medium as named, the second fixes its index to its value.
     bool FromXml(CElement* element) override;
-    // Writes a fixed index as the "RefractiveIndex" parameter, so that a load restores it.
+    // Writes a fixed index as the "RefractiveIndex" parameter and a set name as "Name", so
+    // that a load restores both flags.
     bool ToXml(CElement* element, bool leaveOutExpanded) override;
     // Drops the children and both tables.
     bool Empty() override;
@@ -62,6 +63,9 @@ private:
     static double NearestFactor(const FactorTable& table, double frequency);
     // The parameter child loaded under that name, or null.
     Parameter* LoadedParameter(const char* name);
+    // Makes the parameter hold value under childName while present holds, else drops it.
+    template <typename T>
+    void KeepFlagParameter(eParamName name, const char* childName, bool present, const T& value);
 
     double refractiveIndex = 1.0;
     bool hasName = false;

@@ -94,6 +94,61 @@ TEST_F(Server, AnswersQueriesKeepsSettingsAndLogsToCsv) {
     EXPECT_NE(log.find("error unknown"), std::string::npos);
 }
 
+namespace {
+
+// The material catalogue: name, then a, b, permeability, c and d as a stream writes them.
+struct CatalogueMedium {
+    const char* name;
+    const char* numbers[5];
+};
+
+const CatalogueMedium catalogue[] = {
+    {"Vacuum/ air", {"1", "0", "1", "0", "0"}},
+    {"Concrete (ITU)", {"5.31", "0", "1", "0.0326", "0.8095"}},
+    {"Brick (ITU)", {"3.75", "0", "1", "0.038", "0"}},
+    {"Plasterboard (ITU)", {"2.94", "0", "1", "0.0116", "0.7076"}},
+    {"Wood (ITU)", {"1.99", "0", "1", "0.0047", "1.0718"}},
+    {"Glass (ITU)", {"6.27", "0", "1", "0.0043", "1.1925"}},
+    {"Ceiling board (ITU)", {"1.5", "0", "1", "0.0005", "1.1634"}},
+    {"Chipboard (ITU)", {"2.58", "0", "1", "0.0217", "0.78"}},
+    {"Floorboard (ITU)", {"3.66", "0", "1", "0.0044", "1.3515"}},
+    {"Metal (ITU)", {"1", "0", "1", "1e+07", "0"}},
+    {"Very dry ground (ITU)", {"3", "0", "1", "0.00015", "2.52"}},
+    {"Medium dry ground (ITU)", {"15", "-0.1", "1", "0.035", "1.63"}},
+    {"Wet ground (ITU)", {"30", "-0.4", "1", "0.15", "1.3"}},
+};
+
+std::vector<std::string> AskList(RawClient& client, eMsg code) {
+    std::vector<std::string> list;
+    EXPECT_TRUE(client.Send(MSGTYPE_GET, code));
+    ClientServerMessage reply;
+    EXPECT_TRUE(client.ReadMessage(reply, replyWait));
+    EXPECT_TRUE(reply.TestMsg(code));
+    EXPECT_TRUE(reply.GetMsg(list));
+    return list;
+}
+
+}  // namespace
+
+TEST_F(Server, ListsTheThirteenMaterialsWithTheirItuNumbers) {
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    std::vector<std::string> names;
+    std::vector<std::string> texts;
+    for (const CatalogueMedium& medium : catalogue) {
+        const char* const* n = medium.numbers;
+        names.push_back(medium.name);
+        texts.push_back(std::string("material ") + medium.name +
+                        " details from ITU documentation: \nralative permittivity a = " + n[0] +
+                        " , b =" + n[1] + "\nralative permeability a = " + n[2] +
+                        "\ncondictivity c = " + n[3] + " , d =" + n[4] + "\n");
+    }
+    EXPECT_EQ(AskList(client, MSG_MATERIALNAMES), names);
+    EXPECT_EQ(AskList(client, MSG_MATERIALDESC), texts);
+    // A second request of the same connection finds the same thirteen.
+    EXPECT_EQ(AskList(client, MSG_MATERIALNAMES), names);
+}
+
 TEST_F(Server, BouncesTheSystemBackUnchangedAfterASecondTwice) {
     RawClient client;
     ASSERT_TRUE(client.Connect(server.port));
