@@ -129,13 +129,18 @@ template bool NexoBase::ThreadedProcessTasks<NexoBase::ProcessTask>(ProcessTask*
 
 void* NexoBase::ProcessTaskList(void* tasks) {
     auto** list = static_cast<ProcessTask**>(tasks);
+    // Claims are never given back, so every entry before the one this worker took last is
+    // claimed already: the scan resumes there and still finds the first unclaimed task,
+    // without walking a long list from its start at each claim.
+    ProcessTask** resume = list;
     for (;;) {
         ProcessTask* taken = nullptr;
         taskListMutex.lock(true);
-        for (ProcessTask** entry = list; *entry != nullptr; entry++) {
+        for (ProcessTask** entry = resume; *entry != nullptr; entry++) {
             if (!(*entry)->claimed) {
                 taken = *entry;
                 taken->claimed = true;
+                resume = entry + 1;
                 break;
             }
         }

@@ -1,5 +1,7 @@
 #include "framework/SimObject.h"
 
+#include <atomic>
+
 #include "framework/Parameter.h"
 #include "geometry/Layout.h"
 #include "logging/Log.h"
@@ -50,11 +52,16 @@ SimObject::~SimObject() {
 }
 
 void SimObject::ReserveIdZero() {
+    // Id 0 is never given back, so once it is reserved a construction needs no lock: the
+    // many positions of a layout are built without one.
+    static std::atomic<bool> reserved{false};
+    if (reserved.load(std::memory_order_acquire)) return;
     simObjLock.lock(true);
     if (SimObjectIDSet.empty()) {
         SimObjectIDSet.insert(0);
         nextSimObjectID = 1;
     }
+    reserved.store(true, std::memory_order_release);
     simObjLock.unlock();
 }
 
