@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "logging/Log.h"
+#include "radiation/BeamQUICK.h"
+#include "radiation/EMRadiation.h"
 
 std::map<int, Volume*> Volume::volumesById;
 Lockable Volume::volumesLock;
@@ -75,4 +77,26 @@ bool Volume::RemoveInterface(Interface* face) {
     if (entry == Faces::end()) return false;
     Faces::erase(entry);
     return true;
+}
+
+bool Volume::ReceiveBeam(BeamQUICK* beam) {
+    if (beam == nullptr) return false;
+    beamIds.push_back(beam->GetBeamId());
+    beam->SetVolume(this);
+    if (radiationIds.empty()) {
+        auto* received = new EMRadiation();
+        received->Initialize();
+        AddChild(received);
+        received->SetName("receivedRadiation");
+        received->SetSaveToXML(false);
+        received->setRayOrigin(false);
+        received->SetVolume(this);
+        radiationIds.push_back(received->GetSimObjectID());
+    }
+    auto* radiation = dynamic_cast<EMRadiation*>(GetObjectGlobally(radiationIds.front()));
+    if (radiation == nullptr) {
+        Log::log(1) << "Volume::ReceiveBeam: the radiation of " << objName << " has gone\n";
+        return false;
+    }
+    return radiation->AddBeamRaysp(beam);
 }

@@ -6,6 +6,7 @@
 #include "framework/Component.h"
 #include "framework/Lockable.h"
 
+class BeamQUICK;
 class Coordinates;
 class FreqResponseArray;
 class Interface;
@@ -45,6 +46,11 @@ public:
     // The per-frequency losses of the structure that made this volume; not owned.
     FreqResponseArray* GetResponse() const { return response; }
     void SetResponse(FreqResponseArray* value) { response = value; }
+
+    // Takes the beam in: notes its id and sets its volume. The first beam makes the
+    // volume's radiation, a child that is not saved, which then holds every beam received.
+    // Callers hold the volume's lock. A null beam is ignored.
+    bool ReceiveBeam(BeamQUICK* beam);
 
     const std::vector<int>& GetRadiationIds() const { return radiationIds; }
     const std::vector<int>& GetBeamIds() const { return beamIds; }
