@@ -54,8 +54,8 @@ bool ChannelRangeOf(eParamValue band, ChannelRange& range) {
         case PV_BAND_LTE:
             range = {PV_CHANNEL_LTE_FIRST, PV_CHANNEL_LTE_LAST};
             return true;
-        // The sub-6 GHz band shares the channel range of the mmWave band: an FR1 channel is
-        // replaced by the first FR2 channel. Saved systems depend on this.
+        // The sub-6 GHz band is checked against the range of the mmWave band, so an FR1
+        // channel is replaced by the first FR2 channel. This is how the system behaves.
         case PV_BAND_NR_FR1:
         case PV_BAND_NR_FR2:
             range = {PV_CHANNEL_NR_FR2_FIRST, PV_CHANNEL_NR_FR2_LAST};
