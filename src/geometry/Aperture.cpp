@@ -3,7 +3,6 @@
 #include "geometry/Coordinates.h"
 #include "geometry/Direction.h"
 #include "geometry/Function.h"
-#include "geometry/ShapeValues.h"
 #include "geometry/SurfaceShape.h"
 
 namespace {
@@ -27,7 +26,7 @@ bool Aperture::Distance(Coordinates& origin, Direction& dir, double& distance, d
     } else {
         double t = 0.0;
         if (child->distance(origin, dir, t, minDistance, maxDistance, nullptr, nullptr,
-                            shapeValue::surfaceFlat, 3, shapeValue::cartesian)) {
+                            PV_SURF_FLAT, 3, PV_COORD_CARTESIAN)) {
             distances.push_back(t);
         }
     }
@@ -51,8 +50,8 @@ bool Aperture::GetNormal(CoordQUICK& point, DirQUICK& normal) {
 bool Aperture::HasExactPointSet() {
     if (child == nullptr) return false;
     const eParamValue type = child->GetFunctionType();
-    return type == shapeValue::square || type == shapeValue::pointsWidth ||
-           type == shapeValue::square3d || type == shapeValue::pointOutline;
+    return type == PV_APSHAPE_SQUARE || type == PV_APSHAPE_POINTSWIDTH ||
+           type == PV_APSHAPE_SQUARE3D || type == PV_APSHAPE_POINTOUTLINE;
 }
 
 bool Aperture::SetShape(SurfaceShape* surface) {

@@ -8,7 +8,6 @@
 #include "geometry/DirQUICK.h"
 #include "geometry/Direction.h"
 #include "geometry/MathHack.h"
-#include "geometry/ShapeValues.h"
 #include "logging/Log.h"
 
 namespace {
@@ -32,7 +31,7 @@ VectorQUICK FromMatrix(MatrixTemplate<double>& m) {
     return VectorQUICK(m.Get(0), m.Get(1), m.Get(2));
 }
 
-bool IsRevolution(eParamValue coordSystem) { return coordSystem != shapeValue::cartesian; }
+bool IsRevolution(eParamValue coordSystem) { return coordSystem != PV_COORD_CARTESIAN; }
 
 // Polynomials in t, constant term first.
 using Polynomial = std::vector<double>;
@@ -103,9 +102,8 @@ struct SamplingRow {
 };
 
 constexpr SamplingRow SAMPLING[] = {
-    {shapeValue::veryLow, {3, 1, 1}},     {shapeValue::low, {5, 2, 3}},
-    {shapeValue::medium, {7, 3, 5}},      {shapeValue::high, {15, 9, 11}},
-    {shapeValue::veryHigh, {45, 21, 25}},
+    {PV_RES_VERYLOW, {3, 1, 1}}, {PV_RES_LOW, {5, 2, 3}},         {PV_RES_MEDIUM, {7, 3, 5}},
+    {PV_RES_HIGH, {15, 9, 11}},  {PV_RES_VERYHIGH, {45, 21, 25}},
 };
 
 }  // namespace
@@ -179,7 +177,7 @@ bool Function::QuickSetToChildren(bool force) {
 bool Function::IsUsable() { return checkParams(); }
 
 bool Function::ReadSamplingCounts() {
-    renderDetail = shapeValue::medium;
+    renderDetail = PV_RES_MEDIUM;
     ReadParameter<eParamValue>(PN_RDET, renderDetail);
     for (const SamplingRow& row : SAMPLING) {
         if (row.detail != renderDetail) continue;
@@ -205,7 +203,7 @@ bool Function::ReadShapeNumbers() {
             ReadParameter<eParamValue>(PN_SURFSHAP, functionType);
         }
         if (functionType == PV_EMPTY && OutlinePoints().size() >= 3) {
-            functionType = shapeValue::pointOutline;
+            functionType = PV_APSHAPE_POINTOUTLINE;
         }
     }
 
@@ -221,23 +219,23 @@ bool Function::ReadShapeNumbers() {
     ReadParameter<double>(PN_CIN, centreIn);
     ReadParameter<double>(PN_COUT, centreOut);
     ReadParameter<double>(PN_2DVSGN, secondDerivSign);
-    coordSystem = shapeValue::cylindrical;
+    coordSystem = PV_COORD_CYLINDRICAL;
     ReadParameter<eParamValue>(PN_COORDSYS, coordSystem);
 
     const bool hasSize = size > 0.0 || IsRing();
     switch (static_cast<int>(functionType)) {
-        case shapeValue::circle:
-        case shapeValue::circle3d:
-            dimensions = functionType == shapeValue::circle ? 2 : 3;
+        case PV_APSHAPE_CIRCLE:
+        case PV_APSHAPE_CIRCLE3D:
+            dimensions = functionType == PV_APSHAPE_CIRCLE ? 2 : 3;
             if (sphericalRadius <= 0.0 && size > 0.0) sphericalRadius = size / 2.0;
             if (!(sphericalRadius > 0.0) && !IsRing()) break;
-            return functionType == shapeValue::circle || RequireChildren(ratio1 != ratio2);
-        case shapeValue::square:
-        case shapeValue::square3d:
-            dimensions = functionType == shapeValue::square ? 2 : 3;
+            return functionType == PV_APSHAPE_CIRCLE || RequireChildren(ratio1 != ratio2);
+        case PV_APSHAPE_SQUARE:
+        case PV_APSHAPE_SQUARE3D:
+            dimensions = functionType == PV_APSHAPE_SQUARE ? 2 : 3;
             if (!hasSize) break;
-            return functionType == shapeValue::square || RequireChildren(true);
-        case shapeValue::pointsWidth: {
+            return functionType == PV_APSHAPE_SQUARE || RequireChildren(true);
+        case PV_APSHAPE_POINTSWIDTH: {
             dimensions = 2;
             if (!hasSize) break;
             const std::vector<VectorQUICK> ends = StripEnds();
@@ -248,28 +246,28 @@ bool Function::ReadShapeNumbers() {
                         << ": a strip needs two distinct \"outlinePoint\" children\n";
             return false;
         }
-        case shapeValue::pointOutline:
+        case PV_APSHAPE_POINTOUTLINE:
             dimensions = 2;
             if (OutlinePoints().size() >= 3) return true;
             Log::log(1) << "Function::checkParams() - " << objName
                         << ": an outline needs three \"outlinePoint\" children\n";
             return false;
-        case shapeValue::single:
+        case PV_SINGLE:
             dimensions = 1;
             return true;
-        case shapeValue::surfaceFlat:
-        case shapeValue::surfaceApertureExtend:
+        case PV_SURF_FLAT:
+        case PV_SURF_APERTUREEXTEND:
             dimensions = 2;
             return true;
-        case shapeValue::surfacePolynomial:
+        case PV_SURF_POLYNOMIAL:
             dimensions = 1;
             return ReadPolynomial();
-        case shapeValue::surfaceSpherical:
+        case PV_SURF_SPHERICAL:
             dimensions = 1;
             if (sphericalRadius <= 0.0 && size > 0.0) sphericalRadius = size / 2.0;
             if (sphericalRadius > 0.0) return true;
             break;
-        case shapeValue::surfaceCube:
+        case PV_SURF_CUBE:
             dimensions = 3;
             if (size <= 0.0) size = DEFAULT_CUBE_SIZE;
             return true;
@@ -372,13 +370,13 @@ VectorQUICK Function::GetSphereCentre() {
 
 bool Function::IsOutline() const {
     switch (static_cast<int>(functionType)) {
-        case shapeValue::circle:
-        case shapeValue::circle3d:
-        case shapeValue::square:
-        case shapeValue::square3d:
-        case shapeValue::pointsWidth:
-        case shapeValue::pointOutline:
-        case shapeValue::single:
+        case PV_APSHAPE_CIRCLE:
+        case PV_APSHAPE_CIRCLE3D:
+        case PV_APSHAPE_SQUARE:
+        case PV_APSHAPE_SQUARE3D:
+        case PV_APSHAPE_POINTSWIDTH:
+        case PV_APSHAPE_POINTOUTLINE:
+        case PV_SINGLE:
             return true;
         default:
             return false;
@@ -417,10 +415,10 @@ LocalFrame Function::GetFrame() {
 
 int Function::Profile(double s, double values[2]) {
     switch (static_cast<int>(functionType)) {
-        case shapeValue::surfaceFlat:
+        case PV_SURF_FLAT:
             values[0] = offset;
             return 1;
-        case shapeValue::surfacePolynomial: {
+        case PV_SURF_POLYNOMIAL: {
             double sum = offset;
             for (int i = 0; i < coefficientCount; ++i) {
                 sum += coefficients[i] * multiplier * std::pow(s, orders[i]);
@@ -429,7 +427,7 @@ int Function::Profile(double s, double values[2]) {
             values[0] = sum;
             return 1;
         }
-        case shapeValue::surfaceSpherical: {
+        case PV_SURF_SPHERICAL: {
             const double d = sphericalRadius * sphericalRadius - (s - centreIn) * (s - centreIn);
             if (d < 0.0) return 0;
             if (d == 0.0) {
@@ -451,11 +449,11 @@ int Function::Profile(double s, double values[2]) {
 }
 
 int Function::ProfileSlope(double s, double slopes[2]) {
-    if (functionType == shapeValue::surfaceFlat) {
+    if (functionType == PV_SURF_FLAT) {
         slopes[0] = 0.0;
         return 1;
     }
-    if (functionType == shapeValue::surfacePolynomial) {
+    if (functionType == PV_SURF_POLYNOMIAL) {
         double sum = 0.0;
         for (int i = 0; i < coefficientCount; ++i) {
             if (orders[i] > 0) {
@@ -511,7 +509,7 @@ bool Function::derivativeOf(double x, std::vector<double>& slopes) {
 double Function::EdgeHalfSize(bool inner) const {
     if (inner && IsRing()) return sizeInner / 2.0;
     if (IsRing()) return sizeOuter / 2.0;
-    if (functionType == shapeValue::circle || functionType == shapeValue::circle3d) {
+    if (functionType == PV_APSHAPE_CIRCLE || functionType == PV_APSHAPE_CIRCLE3D) {
         return sphericalRadius;
     }
     return size / 2.0;
@@ -522,16 +520,16 @@ double Function::OutlineValue(const VectorQUICK& local) {
     const double y = local.data[1];
     double r;
     switch (static_cast<int>(functionType)) {
-        case shapeValue::circle:
-        case shapeValue::circle3d:
+        case PV_APSHAPE_CIRCLE:
+        case PV_APSHAPE_CIRCLE3D:
             r = ratio1 == 1.0 && ratio2 == 1.0 ? std::hypot(x, y)
                                                : std::hypot(x / ratio1, y / ratio2);
             break;
-        case shapeValue::square:
-        case shapeValue::square3d:
+        case PV_APSHAPE_SQUARE:
+        case PV_APSHAPE_SQUARE3D:
             r = std::max(std::abs(x / ratio1), std::abs(y / ratio2));
             break;
-        case shapeValue::pointsWidth: {
+        case PV_APSHAPE_POINTSWIDTH: {
             const std::vector<VectorQUICK> ends = StripEnds();
             const double halfLength = 0.5 * std::hypot(ends[1].data[0] - ends[0].data[0],
                                                        ends[1].data[1] - ends[0].data[1]);
@@ -542,9 +540,9 @@ double Function::OutlineValue(const VectorQUICK& local) {
             return std::max(std::abs(mx * ex + my * ey) / halfLength,
                             std::abs(mx * ey - my * ex) / (size / 2.0));
         }
-        case shapeValue::pointOutline:
+        case PV_APSHAPE_POINTOUTLINE:
             return LocalOutline().Value(x, y);
-        case shapeValue::single:
+        case PV_SINGLE:
             return local.GetLength() / SAME_POINT;
         default:
             return std::numeric_limits<double>::infinity();
@@ -603,11 +601,11 @@ PlaneOutline Function::LocalOutline() {
 bool Function::hasQuickDistanceFunc(eParamValue surfaceType, int dims, eParamValue system) {
     if (dims != 2 && dims != 3) return false;
     switch (static_cast<int>(surfaceType)) {
-        case shapeValue::surfaceFlat:
-        case shapeValue::surfaceSpherical:
-        case shapeValue::surfaceCube:
+        case PV_SURF_FLAT:
+        case PV_SURF_SPHERICAL:
+        case PV_SURF_CUBE:
             return true;
-        case shapeValue::surfacePolynomial:
+        case PV_SURF_POLYNOMIAL:
             checkParams();
             for (int order : orders) {
                 const bool even = order % 2 == 0;
@@ -628,13 +626,13 @@ bool Function::crossings(const VectorQUICK& origin, const VectorQUICK& dir, ePar
     const VectorQUICK d = frame.DirectionToLocal(dir);
     const size_t first = ts.size();
     switch (static_cast<int>(surfaceType)) {
-        case shapeValue::surfaceFlat:
+        case PV_SURF_FLAT:
             FlatCrossings(o, d, ts);
             break;
-        case shapeValue::surfacePolynomial:
+        case PV_SURF_POLYNOMIAL:
             PolynomialCrossings(o, d, IsRevolution(system), ts);
             break;
-        case shapeValue::surfaceSpherical:
+        case PV_SURF_SPHERICAL:
             SphericalCrossings(o, d, IsRevolution(system), ts);
             break;
         default:
@@ -750,19 +748,19 @@ VectorQUICK Function::LocalNormal(const VectorQUICK& p, eParamValue surfaceType,
     const double s = revolution ? rho : x;
     VectorQUICK normal(0, 0, 1);
     switch (static_cast<int>(surfaceType)) {
-        case shapeValue::surfacePolynomial: {
+        case PV_SURF_POLYNOMIAL: {
             double slopes[2];
             if (ProfileSlope(s, slopes) == 1)
                 normal = VectorQUICK(-slopes[0] * ux, -slopes[0] * uy, 1);
             break;
         }
-        case shapeValue::surfaceSpherical: {
+        case PV_SURF_SPHERICAL: {
             const double radial = s - centreIn;
             normal = VectorQUICK(radial * ux, radial * uy, z - centreOut);
             if (!(normal.GetLength() > 0.0)) normal = VectorQUICK(0, 0, 1);
             break;
         }
-        case shapeValue::surfaceCube: {
+        case PV_SURF_CUBE: {
             const double half = size / 2.0;
             const double scaled[3] = {x / (half * ratio1), y / (half * ratio2), z / half};
             int face = 0;
@@ -784,7 +782,7 @@ bool Function::GetNormal(const VectorQUICK& point, VectorQUICK& normal) {
     if (!IsUsable()) return false;
     const LocalFrame frame = GetFrame();
     const VectorQUICK local = frame.PointToLocal(point);
-    const eParamValue type = IsOutline() ? shapeValue::surfaceFlat : functionType;
+    const eParamValue type = IsOutline() ? PV_SURF_FLAT : functionType;
     normal = frame.DirectionToWorld(LocalNormal(local, type, coordSystem));
     return true;
 }
@@ -852,22 +850,22 @@ VectorQUICK Function::RingPoint(double r, double phi) const {
 
 void Function::OutlineLocal(std::vector<VectorQUICK>& points, bool inner) {
     switch (static_cast<int>(functionType)) {
-        case shapeValue::circle:
-        case shapeValue::circle3d: {
+        case PV_APSHAPE_CIRCLE:
+        case PV_APSHAPE_CIRCLE3D: {
             const int n = 4 * sampleCount1;
             for (int k = 0; k < n; ++k)
                 points.push_back(RingPoint(EdgeHalfSize(inner), 2 * PI * k / n));
             break;
         }
-        case shapeValue::square:
-        case shapeValue::square3d: {
+        case PV_APSHAPE_SQUARE:
+        case PV_APSHAPE_SQUARE3D: {
             const double h = EdgeHalfSize(inner);
             const double corners[4][2] = {{-1, -1}, {1, -1}, {1, 1}, {-1, 1}};
             for (const auto& c : corners)
                 points.emplace_back(c[0] * h * ratio1, c[1] * h * ratio2, 0.0);
             break;
         }
-        case shapeValue::pointsWidth: {
+        case PV_APSHAPE_POINTSWIDTH: {
             const std::vector<VectorQUICK> ends = StripEnds();
             const double dx = ends[1].data[0] - ends[0].data[0];
             const double dy = ends[1].data[1] - ends[0].data[1];
@@ -881,7 +879,7 @@ void Function::OutlineLocal(std::vector<VectorQUICK>& points, bool inner) {
             points.emplace_back(ends[0].data[0] + nx, ends[0].data[1] + ny, z);
             break;
         }
-        case shapeValue::pointOutline: {
+        case PV_APSHAPE_POINTOUTLINE: {
             const std::vector<VectorQUICK> local = LocalPoints();
             points.insert(points.end(), local.begin(), local.end());
             break;
@@ -897,8 +895,8 @@ void Function::OutlineLocal(std::vector<VectorQUICK>& points, bool inner) {
 // square rings, two triangles for squares and strips, ear clipping for point outlines.
 bool Function::OutlineMesh(std::vector<VectorQUICK>& triangles) {
     switch (static_cast<int>(functionType)) {
-        case shapeValue::circle:
-        case shapeValue::circle3d: {
+        case PV_APSHAPE_CIRCLE:
+        case PV_APSHAPE_CIRCLE3D: {
             const int n = 4 * sampleCount1;
             for (int k = 0; k < sampleCount2; ++k) {
                 const double r0 = MeshRingRadius(k);
@@ -914,8 +912,8 @@ bool Function::OutlineMesh(std::vector<VectorQUICK>& triangles) {
             }
             return true;
         }
-        case shapeValue::square:
-        case shapeValue::square3d:
+        case PV_APSHAPE_SQUARE:
+        case PV_APSHAPE_SQUARE3D:
             if (IsRing()) {
                 std::vector<VectorQUICK> inner, outer;
                 OutlineLocal(inner, true);
@@ -928,13 +926,13 @@ bool Function::OutlineMesh(std::vector<VectorQUICK>& triangles) {
                 return true;
             }
             [[fallthrough]];
-        case shapeValue::pointsWidth: {
+        case PV_APSHAPE_POINTSWIDTH: {
             std::vector<VectorQUICK> c;
             OutlineLocal(c, false);
             triangles.insert(triangles.end(), {c[0], c[1], c[2], c[0], c[2], c[3]});
             return true;
         }
-        case shapeValue::pointOutline: {
+        case PV_APSHAPE_POINTOUTLINE: {
             const std::vector<VectorQUICK> local = LocalPoints();
             std::vector<std::array<int, 3>> corners;
             const bool whole = LocalOutline().Triangulate(corners);
@@ -953,8 +951,8 @@ bool Function::OutlineMesh(std::vector<VectorQUICK>& triangles) {
 // inside), the corners and their centre for point outlines.
 bool Function::OutlineRender(std::vector<VectorQUICK>& points) {
     switch (static_cast<int>(functionType)) {
-        case shapeValue::circle:
-        case shapeValue::circle3d: {
+        case PV_APSHAPE_CIRCLE:
+        case PV_APSHAPE_CIRCLE3D: {
             const int n = 4 * sampleCount1;
             if (!IsRing()) points.emplace_back(0.0, 0.0, 0.0);
             for (int k = IsRing() ? 0 : 1; k <= sampleCount2; ++k) {
@@ -963,9 +961,9 @@ bool Function::OutlineRender(std::vector<VectorQUICK>& points) {
             }
             return true;
         }
-        case shapeValue::square:
-        case shapeValue::square3d:
-        case shapeValue::pointsWidth: {
+        case PV_APSHAPE_SQUARE:
+        case PV_APSHAPE_SQUARE3D:
+        case PV_APSHAPE_POINTSWIDTH: {
             std::vector<VectorQUICK> c;
             OutlineLocal(c, false);
             const int n = sampleCount3 + 1;
@@ -985,7 +983,7 @@ bool Function::OutlineRender(std::vector<VectorQUICK>& points) {
             }
             return true;
         }
-        case shapeValue::pointOutline: {
+        case PV_APSHAPE_POINTOUTLINE: {
             const std::vector<VectorQUICK> local = LocalPoints();
             points.insert(points.end(), local.begin(), local.end());
             const PlaneOutline::Corner centre = LocalOutline().Centre();
@@ -1038,7 +1036,7 @@ std::vector<VectorQUICK> Function::CubeCorners() const {
 }
 
 bool Function::SurfaceMesh(std::vector<VectorQUICK>& triangles) {
-    if (functionType == shapeValue::surfaceCube) {
+    if (functionType == PV_SURF_CUBE) {
         const std::vector<VectorQUICK> c = CubeCorners();
         // Two triangles per face, by the corner numbers of CubeCorners.
         const int faces[6][4] = {{0, 1, 3, 2}, {4, 5, 7, 6}, {0, 1, 5, 4},
@@ -1067,7 +1065,7 @@ bool Function::SurfaceMesh(std::vector<VectorQUICK>& triangles) {
 }
 
 bool Function::SurfaceRender(std::vector<VectorQUICK>& points) {
-    if (functionType == shapeValue::surfaceCube) {
+    if (functionType == PV_SURF_CUBE) {
         const std::vector<VectorQUICK> c = CubeCorners();
         points.insert(points.end(), c.begin(), c.end());
         return true;
@@ -1084,7 +1082,7 @@ bool Function::SurfaceRender(std::vector<VectorQUICK>& points) {
 
 // The border of the grid once round, or the cube's corners.
 bool Function::SurfaceOutline(std::vector<VectorQUICK>& points) {
-    if (functionType == shapeValue::surfaceCube) return SurfaceRender(points);
+    if (functionType == PV_SURF_CUBE) return SurfaceRender(points);
     std::vector<Grid> layers;
     SurfaceGrid(layers);
     for (const Grid& grid : layers) {

@@ -6,7 +6,6 @@
 #include "geometry/Coordinates.h"
 #include "geometry/Direction.h"
 #include "geometry/Function.h"
-#include "geometry/ShapeValues.h"
 #include "logging/Log.h"
 
 namespace {
@@ -26,8 +25,8 @@ SurfaceFunction::SurfaceFunction() : ShapeForwarder<Function>(TYPE, "function", 
 SurfaceFunction::~SurfaceFunction() = default;
 
 double SurfaceFunction::TestDistance(CoordQUICK& point) {
-    if (child == nullptr || child->GetCoordSystem() != shapeValue::spherical ||
-        child->GetFunctionType() != shapeValue::surfaceSpherical) {
+    if (child == nullptr || child->GetCoordSystem() != PV_COORD_SPHERICAL ||
+        child->GetFunctionType() != PV_SURF_SPHERICAL) {
         return -1.0;
     }
     const VectorQUICK centre = child->GetSphereCentre();
@@ -117,5 +116,5 @@ bool SurfaceFunction::Intersect(Coordinates& origin, Direction& dir, Coordinates
 bool SurfaceFunction::HasExactPointSet() {
     if (child == nullptr) return false;
     const eParamValue type = child->GetFunctionType();
-    return type == shapeValue::surfaceFlat || type == shapeValue::surfaceCube;
+    return type == PV_SURF_FLAT || type == PV_SURF_CUBE;
 }

@@ -8,7 +8,6 @@
 #include "geometry/Coordinates.h"
 #include "geometry/Direction.h"
 #include "geometry/Function.h"
-#include "geometry/ShapeValues.h"
 #include "geometry/SurfaceFunction.h"
 #include "geometry/SurfaceShape.h"
 #include "support/LogCapture.h"
@@ -68,7 +67,7 @@ double MeshArea(const std::vector<Coordinates*>& mesh) {
 
 TEST(Function, OutlineValuesFromCentreToEdge) {
     // A circle about the z axis through (1, 1, 0): the height along the axis plays no part.
-    auto circle = MakeOutline(shapeValue::circle3d);
+    auto circle = MakeOutline(PV_APSHAPE_CIRCLE3D);
     AddVector(*circle, "axis", 0.0, 0.0, 2.0);
     dynamic_cast<Coordinates*>(circle->GetChildNamed("centrePoint"))->SetValues(1.0, 1.0, 0.0);
     circle->SetParameterValue(PN_SPHERRAD, 0.5);
@@ -94,7 +93,7 @@ TEST(Function, OutlineValuesFromCentreToEdge) {
 
     // Unequal ratios measure along axisA and axisB, each divided by its ratio; they need
     // both children.
-    auto ellipse = MakeOutline(shapeValue::circle3d);
+    auto ellipse = MakeOutline(PV_APSHAPE_CIRCLE3D);
     AddVector(*ellipse, "axis", 0.0, 0.0, 1.0);
     ellipse->SetParameterValue(PN_APSIZE, 2.0);
     ellipse->SetParameterValue(PN_SHAPRATIO1, 2.0);
@@ -107,16 +106,16 @@ TEST(Function, OutlineValuesFromCentreToEdge) {
     EXPECT_DOUBLE_EQ(Value(*ellipse, 2.0, 0.0, 0.0), 1.0);
     EXPECT_DOUBLE_EQ(Value(*ellipse, 0.0, 1.0, 0.0), 1.0);
 
-    auto noAxis = MakeOutline(shapeValue::circle3d);
+    auto noAxis = MakeOutline(PV_APSHAPE_CIRCLE3D);
     noAxis->SetParameterValue(PN_SPHERRAD, 1.0);
     EXPECT_FALSE(noAxis->IsUsable());
-    auto noSize = MakeOutline(shapeValue::square);
+    auto noSize = MakeOutline(PV_APSHAPE_SQUARE);
     EXPECT_FALSE(noSize->IsUsable());
     EXPECT_FALSE(noSize->contains(inside));
 }
 
 TEST(Function, SquaresStripsPolygonsAndSinglePoints) {
-    auto square = MakeOutline(shapeValue::square);
+    auto square = MakeOutline(PV_APSHAPE_SQUARE);
     square->SetParameterValue(PN_APSIZE, 2.0);
     square->SetParameterValue(PN_SHAPRATIO2, 3.0);
     EXPECT_DOUBLE_EQ(Value(*square, 0.5, 0.0, 0.0), 0.5);
@@ -124,7 +123,7 @@ TEST(Function, SquaresStripsPolygonsAndSinglePoints) {
     EXPECT_DOUBLE_EQ(Value(*square, -1.0, -3.0, 0.0), 1.0);
 
     // A strip from (0, 0) to (4, 0), 2 wide.
-    auto strip = MakeOutline(shapeValue::pointsWidth);
+    auto strip = MakeOutline(PV_APSHAPE_POINTSWIDTH);
     strip->SetParameterValue(PN_APSIZE, 2.0);
     AddVector(*strip, "outlinePoint", 0.0, 0.0, 0.0);
     AddVector(*strip, "outlinePoint", 4.0, 0.0, 0.0);
@@ -132,14 +131,14 @@ TEST(Function, SquaresStripsPolygonsAndSinglePoints) {
     EXPECT_DOUBLE_EQ(Value(*strip, 3.0, 0.5, 0.0), 0.5);
     EXPECT_DOUBLE_EQ(Value(*strip, 2.0, 1.0, 0.0), 1.0);
     EXPECT_GT(Value(*strip, 4.5, 0.0, 0.0), 1.0);
-    auto degenerate = MakeOutline(shapeValue::pointsWidth);
+    auto degenerate = MakeOutline(PV_APSHAPE_POINTSWIDTH);
     degenerate->SetParameterValue(PN_APSIZE, 2.0);
     AddVector(*degenerate, "outlinePoint", 1.0, 1.0, 0.0);
     AddVector(*degenerate, "outlinePoint", 1.0, 1.0, 5.0);  // the same point seen along z
     EXPECT_FALSE(degenerate->IsUsable());
 
     // An L-shaped floor, not convex: the notch is outside.
-    auto floor = MakeOutline(shapeValue::pointOutline);
+    auto floor = MakeOutline(PV_APSHAPE_POINTOUTLINE);
     const double corners[6][2] = {{0, 0}, {4, 0}, {4, 1}, {1, 1}, {1, 4}, {0, 4}};
     for (const auto& c : corners) AddVector(*floor, "outlinePoint", c[0], c[1], 0.0);
     ASSERT_TRUE(floor->IsUsable());
@@ -156,12 +155,12 @@ TEST(Function, SquaresStripsPolygonsAndSinglePoints) {
     auto implied = std::make_unique<Function>();
     implied->Initialize();
     for (const auto& c : corners) AddVector(*implied, "outlinePoint", c[0], c[1], 2.0);
-    EXPECT_EQ(implied->GetFunctionType(), shapeValue::pointOutline);
+    EXPECT_EQ(implied->GetFunctionType(), PV_APSHAPE_POINTOUTLINE);
 
     // "single" reaches as far as the tolerance of the same point, 0.01.
     auto single = std::make_unique<Function>();
     single->Initialize();
-    single->SetParameterValue(PN_TYP, shapeValue::single);
+    single->SetParameterValue(PN_TYP, PV_SINGLE);
     Coordinates near(0.009, 0.0, 0.0), far(0.011, 0.0, 0.0);
     EXPECT_TRUE(single->contains(near));
     EXPECT_FALSE(single->contains(far));
@@ -172,13 +171,13 @@ TEST(Function, PointSetsFollowRenderDetail) {
         eParamValue detail;
         int first, second, third;
     };
-    const Row rows[] = {{shapeValue::veryLow, 3, 1, 1},
-                        {shapeValue::low, 5, 2, 3},
-                        {shapeValue::medium, 7, 3, 5},
-                        {shapeValue::high, 15, 9, 11},
-                        {shapeValue::veryHigh, 45, 21, 25}};
+    const Row rows[] = {{PV_RES_VERYLOW, 3, 1, 1},
+                        {PV_RES_LOW, 5, 2, 3},
+                        {PV_RES_MEDIUM, 7, 3, 5},
+                        {PV_RES_HIGH, 15, 9, 11},
+                        {PV_RES_VERYHIGH, 45, 21, 25}};
     for (const Row& row : rows) {
-        auto circle = MakeOutline(shapeValue::circle);
+        auto circle = MakeOutline(PV_APSHAPE_CIRCLE);
         circle->SetParameterValue(PN_APSIZE, 2.0);
         circle->SetParameterValue(PN_RDET, row.detail);
         EXPECT_EQ(circle->GetSamplingCount(1), row.first);
@@ -201,7 +200,7 @@ TEST(Function, PointSetsFollowRenderDetail) {
 
     // A square ring: the inner edge is followed when the guide edge is 1; eight triangles
     // cover the band exactly.
-    auto ring = MakeOutline(shapeValue::square);
+    auto ring = MakeOutline(PV_APSHAPE_SQUARE);
     ring->SetParameterValue(PN_APSIZEIN, 2.0);
     ring->SetParameterValue(PN_APSIZEOUT, 4.0);
     PointSet outer, inner, band, grid;
@@ -223,7 +222,7 @@ TEST(Function, PointSetsFollowRenderDetail) {
 TEST(Function, SurfaceProfilesAndPointSets) {
     auto sphere = std::make_unique<Function>();
     sphere->Initialize();
-    sphere->SetParameterValue(PN_SURFSHAP, shapeValue::surfaceSpherical);
+    sphere->SetParameterValue(PN_SURFSHAP, PV_SURF_SPHERICAL);
     sphere->SetParameterValue(PN_SPHERRAD, 1.0);
     sphere->SetParameterValue(PN_CIN, 0.5);
     sphere->SetParameterValue(PN_COUT, 2.0);
@@ -249,8 +248,8 @@ TEST(Function, SurfaceProfilesAndPointSets) {
 
     auto poly = std::make_unique<Function>();
     poly->Initialize();
-    poly->SetParameterValue(PN_SURFSHAP, shapeValue::surfacePolynomial);
-    poly->SetParameterValue(PN_COORDSYS, shapeValue::cylindrical);
+    poly->SetParameterValue(PN_SURFSHAP, PV_SURF_POLYNOMIAL);
+    poly->SetParameterValue(PN_COORDSYS, PV_COORD_CYLINDRICAL);
     poly->SetParameterValue(PN_OFFSET, 1.0);
     poly->SetParameterValue(PN_MULT, 2.0);
     poly->SetParameterValue(PN_COEFF, 0.25, PU_NON, PM_NON, 0);
@@ -270,7 +269,7 @@ TEST(Function, SurfaceProfilesAndPointSets) {
 
     // The grid of a surface: first sampling count squared, every vertex on the surface.
     poly->SetParameterValue(PN_SIZ, 2.0);
-    poly->SetParameterValue(PN_RDET, shapeValue::low);
+    poly->SetParameterValue(PN_RDET, PV_RES_LOW);
     poly->Recheck();
     PointSet render, mesh, outline;
     ASSERT_TRUE(poly->GetRenderPointSet(render.points));
@@ -287,7 +286,7 @@ TEST(Function, SurfaceProfilesAndPointSets) {
     // The cube: eight corners and twelve triangles.
     auto cube = std::make_unique<Function>();
     cube->Initialize();
-    cube->SetParameterValue(PN_SURFSHAP, shapeValue::surfaceCube);
+    cube->SetParameterValue(PN_SURFSHAP, PV_SURF_CUBE);
     cube->SetParameterValue(PN_SIZ, 2.0);
     PointSet corners, faces;
     ASSERT_TRUE(cube->GetRenderPointSet(corners.points));
@@ -302,8 +301,8 @@ TEST(SurfaceFunction, TestDistanceAndIntersect) {
     surface.Initialize();
     Function* f = surface.GetFunction();
     ASSERT_NE(f, nullptr);
-    f->SetParameterValue(PN_SURFSHAP, shapeValue::surfaceSpherical);
-    f->SetParameterValue(PN_COORDSYS, shapeValue::spherical);
+    f->SetParameterValue(PN_SURFSHAP, PV_SURF_SPHERICAL);
+    f->SetParameterValue(PN_COORDSYS, PV_COORD_SPHERICAL);
     f->SetParameterValue(PN_SPHERRAD, 2.0);
     f->SetParameterValue(PN_COUT, 1.0);
 
@@ -361,10 +360,10 @@ TEST(SurfaceFunction, TestDistanceAndIntersect) {
     ASSERT_TRUE(surface.GetNormal(top, normal));
     EXPECT_DOUBLE_EQ(normal.data[2], 1.0);
     EXPECT_FALSE(surface.HasExactPointSet());
-    f->SetParameterValue(PN_COORDSYS, shapeValue::cylindrical);
+    f->SetParameterValue(PN_COORDSYS, PV_COORD_CYLINDRICAL);
     f->Recheck();
     EXPECT_DOUBLE_EQ(surface.TestDistance(inside), -1.0);
-    f->SetParameterValue(PN_SURFSHAP, shapeValue::surfaceCube);
+    f->SetParameterValue(PN_SURFSHAP, PV_SURF_CUBE);
     surface.QuickSetToChildren(true);
     EXPECT_TRUE(surface.HasExactPointSet());
 }
@@ -373,9 +372,9 @@ TEST(Aperture, ClipsItsSurfaceAndReadsItsOwnersParameters) {
     // An owner holds the parameters, as an interface does; the aperture and the surface
     // read them through their functions.
     auto owner = std::unique_ptr<SampleNode>(SampleNode::MakeUnder(nullptr, "face"));
-    owner->SetParameterValue(PN_APSHAP, shapeValue::circle);
+    owner->SetParameterValue(PN_APSHAP, PV_APSHAPE_CIRCLE);
     owner->SetParameterValue(PN_SPHERRAD, 0.5);
-    owner->SetParameterValue(PN_SURFSHAP, shapeValue::surfaceFlat);
+    owner->SetParameterValue(PN_SURFSHAP, PV_SURF_FLAT);
     owner->SetParameterValue(PN_SURFOFFSET, 2.0);
     auto* aperture = new Aperture();
     aperture->Initialize();
@@ -383,9 +382,8 @@ TEST(Aperture, ClipsItsSurfaceAndReadsItsOwnersParameters) {
     auto* shape = new SurfaceShape();
     shape->Initialize();
     owner->AddChild(shape);
-    EXPECT_EQ(aperture->GetFunction()->GetFunctionType(), shapeValue::circle);
-    EXPECT_EQ(shape->GetSurfaceFunction()->GetFunction()->GetFunctionType(),
-              shapeValue::surfaceFlat);
+    EXPECT_EQ(aperture->GetFunction()->GetFunctionType(), PV_APSHAPE_CIRCLE);
+    EXPECT_EQ(shape->GetSurfaceFunction()->GetFunction()->GetFunctionType(), PV_SURF_FLAT);
     EXPECT_TRUE(shape->HasExactPointSet());
     EXPECT_FALSE(aperture->HasExactPointSet());
 
@@ -400,8 +398,8 @@ TEST(Aperture, ClipsItsSurfaceAndReadsItsOwnersParameters) {
 
     // Linked to a sphere, the aperture clips it: the lower cap of radius 1 about z = 2. The
     // circle takes the same sphericalRadius.
-    owner->SetParameterValue(PN_SURFSHAP, shapeValue::surfaceSpherical);
-    owner->SetParameterValue(PN_COORDSYS, shapeValue::spherical);
+    owner->SetParameterValue(PN_SURFSHAP, PV_SURF_SPHERICAL);
+    owner->SetParameterValue(PN_COORDSYS, PV_COORD_SPHERICAL);
     owner->SetParameterValue(PN_SPHERRAD, 1.0);
     owner->SetParameterValue(PN_COUT, 2.0);
     owner->SetParameterValue(PN_2DVSGN, -1.0);
@@ -432,7 +430,7 @@ TEST(Aperture, ClipsItsSurfaceAndReadsItsOwnersParameters) {
     EXPECT_FALSE(aperture->Contains(corner));
 
     // The owner changes the shape: the holders pass the rebuild on.
-    owner->SetParameterValue(PN_APSHAP, shapeValue::square);
+    owner->SetParameterValue(PN_APSHAP, PV_APSHAPE_SQUARE);
     owner->SetParameterValue(PN_APSIZE, 2.0);
     aperture->QuickSetToChildren(true);
     EXPECT_TRUE(aperture->HasExactPointSet());

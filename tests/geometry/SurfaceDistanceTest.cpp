@@ -9,7 +9,6 @@
 #include "geometry/Coordinates.h"
 #include "geometry/Direction.h"
 #include "geometry/Function.h"
-#include "geometry/ShapeValues.h"
 
 namespace {
 
@@ -150,73 +149,72 @@ void CompareWithBruteForce(Function& f, const Implicit& surface, eParamValue sha
 }  // namespace
 
 TEST(SurfaceDistance, FlatPlane) {
-    auto f = MakeFunction(shapeValue::surfaceFlat, shapeValue::cartesian);
+    auto f = MakeFunction(PV_SURF_FLAT, PV_COORD_CARTESIAN);
     f->SetParameterValue(PN_SURFOFFSET, 0.3);
-    CompareWithBruteForce(*f, {[](const Local& l) { return l.z - 0.3; }}, shapeValue::surfaceFlat,
-                          shapeValue::cartesian, 1);
+    CompareWithBruteForce(*f, {[](const Local& l) { return l.z - 0.3; }}, PV_SURF_FLAT,
+                          PV_COORD_CARTESIAN, 1);
 }
 
 TEST(SurfaceDistance, CartesianPolynomialsOfDegreeThreeAndFour) {
-    auto cubic = MakeFunction(shapeValue::surfacePolynomial, shapeValue::cartesian);
+    auto cubic = MakeFunction(PV_SURF_POLYNOMIAL, PV_COORD_CARTESIAN);
     cubic->SetParameterValue(PN_OFFSET, 0.2);
     cubic->SetParameterValue(PN_MULT, 1.5);
     SetTerms(*cubic, {{0, 0.1}, {1, -0.5}, {2, 0.3}, {3, 0.2}});
     auto q3 = [](double x) { return 0.2 + 1.5 * (0.1 - 0.5 * x + 0.3 * x * x + 0.2 * x * x * x); };
     CompareWithBruteForce(*cubic, {[q3](const Local& l) { return l.z - q3(l.x); }},
-                          shapeValue::surfacePolynomial, shapeValue::cartesian, 2);
+                          PV_SURF_POLYNOMIAL, PV_COORD_CARTESIAN, 2);
 
-    auto quartic = MakeFunction(shapeValue::surfacePolynomial, shapeValue::cartesian);
+    auto quartic = MakeFunction(PV_SURF_POLYNOMIAL, PV_COORD_CARTESIAN);
     SetTerms(*quartic, {{2, 0.8}, {4, -0.4}, {1, 0.1}});
     auto q4 = [](double x) { return 0.8 * x * x - 0.4 * x * x * x * x + 0.1 * x; };
     CompareWithBruteForce(*quartic, {[q4](const Local& l) { return l.z - q4(l.x); }},
-                          shapeValue::surfacePolynomial, shapeValue::cartesian, 3);
+                          PV_SURF_POLYNOMIAL, PV_COORD_CARTESIAN, 3);
 }
 
 TEST(SurfaceDistance, PolynomialOfRevolution) {
-    auto f = MakeFunction(shapeValue::surfacePolynomial, shapeValue::cylindrical);
+    auto f = MakeFunction(PV_SURF_POLYNOMIAL, PV_COORD_CYLINDRICAL);
     f->SetParameterValue(PN_OFFSET, 0.1);
     SetTerms(*f, {{2, 0.5}, {4, -0.2}});
     auto q = [](double r) { return 0.1 + 0.5 * r * r - 0.2 * r * r * r * r; };
     CompareWithBruteForce(*f, {[q](const Local& l) { return l.z - q(std::hypot(l.x, l.y)); }},
-                          shapeValue::surfacePolynomial, shapeValue::cylindrical, 4);
+                          PV_SURF_POLYNOMIAL, PV_COORD_CYLINDRICAL, 4);
     // Odd orders of a surface of revolution and orders above 4 have no closed form.
     SetTerms(*f, {{2, 0.5}, {3, 1.0}});
     f->Recheck();
-    EXPECT_FALSE(
-        f->hasQuickDistanceFunc(shapeValue::surfacePolynomial, 3, shapeValue::cylindrical));
-    EXPECT_TRUE(f->hasQuickDistanceFunc(shapeValue::surfacePolynomial, 3, shapeValue::cartesian));
-    EXPECT_FALSE(f->hasQuickDistanceFunc(shapeValue::surfacePolynomial, 4, shapeValue::cartesian));
+    EXPECT_FALSE(f->hasQuickDistanceFunc(PV_SURF_POLYNOMIAL, 3, PV_COORD_CYLINDRICAL));
+    EXPECT_TRUE(f->hasQuickDistanceFunc(PV_SURF_POLYNOMIAL, 3, PV_COORD_CARTESIAN));
+    EXPECT_FALSE(f->hasQuickDistanceFunc(PV_SURF_POLYNOMIAL, 4, PV_COORD_CARTESIAN));
 }
 
 TEST(SurfaceDistance, SpheresCapsCylindersAndTori) {
-    auto sphere = MakeFunction(shapeValue::surfaceSpherical, shapeValue::spherical);
+    auto sphere = MakeFunction(PV_SURF_SPHERICAL, PV_COORD_SPHERICAL);
     sphere->SetParameterValue(PN_SPHERRAD, 1.0);
     sphere->SetParameterValue(PN_COUT, 0.4);
     auto ball = [](const Local& l) {
         return l.x * l.x + l.y * l.y + (l.z - 0.4) * (l.z - 0.4) - 1.0;
     };
-    CompareWithBruteForce(*sphere, {ball}, shapeValue::surfaceSpherical, shapeValue::spherical, 5);
+    CompareWithBruteForce(*sphere, {ball}, PV_SURF_SPHERICAL, PV_COORD_SPHERICAL, 5);
 
     // 2ndDerivSign 1 keeps the upper cap, -1 the lower one.
     sphere->SetParameterValue(PN_2DVSGN, 1.0);
     sphere->Recheck();
     CompareWithBruteForce(*sphere, {ball, [](const Local& l) { return l.z >= 0.4; }},
-                          shapeValue::surfaceSpherical, shapeValue::spherical, 6);
+                          PV_SURF_SPHERICAL, PV_COORD_SPHERICAL, 6);
     sphere->SetParameterValue(PN_2DVSGN, -1.0);
     sphere->Recheck();
     CompareWithBruteForce(*sphere, {ball, [](const Local& l) { return l.z <= 0.4; }},
-                          shapeValue::surfaceSpherical, shapeValue::spherical, 7);
+                          PV_SURF_SPHERICAL, PV_COORD_SPHERICAL, 7);
 
     // Cartesian: the circle extruded along v, a cylinder.
-    auto cylinder = MakeFunction(shapeValue::surfaceSpherical, shapeValue::cartesian);
+    auto cylinder = MakeFunction(PV_SURF_SPHERICAL, PV_COORD_CARTESIAN);
     cylinder->SetParameterValue(PN_SPHERRAD, 0.8);
     cylinder->SetParameterValue(PN_CIN, 0.2);
     CompareWithBruteForce(
         *cylinder, {[](const Local& l) { return (l.x - 0.2) * (l.x - 0.2) + l.z * l.z - 0.64; }},
-        shapeValue::surfaceSpherical, shapeValue::cartesian, 8);
+        PV_SURF_SPHERICAL, PV_COORD_CARTESIAN, 8);
 
     // A circle off the axis turned about it: a torus, through the quartic solver.
-    auto torus = MakeFunction(shapeValue::surfaceSpherical, shapeValue::cylindrical);
+    auto torus = MakeFunction(PV_SURF_SPHERICAL, PV_COORD_CYLINDRICAL);
     torus->SetParameterValue(PN_SPHERRAD, 0.4);
     torus->SetParameterValue(PN_CIN, 1.0);
     torus->SetParameterValue(PN_COUT, 0.1);
@@ -224,24 +222,23 @@ TEST(SurfaceDistance, SpheresCapsCylindersAndTori) {
         const double r = std::hypot(l.x, l.y) - 1.0;
         return r * r + (l.z - 0.1) * (l.z - 0.1) - 0.16;
     }},
-                          shapeValue::surfaceSpherical, shapeValue::cylindrical, 9);
+                          PV_SURF_SPHERICAL, PV_COORD_CYLINDRICAL, 9);
 }
 
 TEST(SurfaceDistance, Cube) {
-    auto f = MakeFunction(shapeValue::surfaceCube, shapeValue::cartesian);
+    auto f = MakeFunction(PV_SURF_CUBE, PV_COORD_CARTESIAN);
     f->SetParameterValue(PN_SIZ, 1.2);
     f->SetParameterValue(PN_SHAPRATIO1, 1.5);
     f->SetParameterValue(PN_SHAPRATIO2, 0.5);
     CompareWithBruteForce(*f, {[](const Local& l) {
         return std::max({std::abs(l.x) / 0.9, std::abs(l.y) / 0.3, std::abs(l.z) / 0.6}) - 1.0;
     }},
-                          shapeValue::surfaceCube, shapeValue::cartesian, 10);
+                          PV_SURF_CUBE, PV_COORD_CARTESIAN, 10);
 
     // Without a size the cube is 0.1 wide; a ray from inside leaves through one face.
-    auto small = MakeFunction(shapeValue::surfaceCube, shapeValue::cartesian);
+    auto small = MakeFunction(PV_SURF_CUBE, PV_COORD_CARTESIAN);
     std::vector<double> ts;
-    ASSERT_TRUE(
-        small->crossings(CENTRE, AXIS, shapeValue::surfaceCube, shapeValue::cartesian, 0.0, ts));
+    ASSERT_TRUE(small->crossings(CENTRE, AXIS, PV_SURF_CUBE, PV_COORD_CARTESIAN, 0.0, ts));
     ASSERT_EQ(ts.size(), 2u);
     EXPECT_NEAR(ts[1] * AXIS.GetLength(), 0.05, 1e-12);
     EXPECT_NEAR(ts[0], -ts[1], 1e-12);
