@@ -16,7 +16,7 @@ class CElement;
 class Coordinates;
 class Detection;
 class Direction;
-class DiffractSource;
+struct DiffractSource;
 class EMRadiation;
 class FreqResponseArray;
 class Importer;
