@@ -226,6 +226,7 @@ bool Interface::FromXml(CElement* element) {
 }
 
 bool Interface::checkParams() {
+    surfaceType = GetSurfaceType();
     GetParameterValue(PN_REFLECT, reflect);
     GetParameterValue(PN_TRANSMIT, transmit);
     GetParameterValue(PN_REFLECTRAT, reflectRatio);
@@ -243,12 +244,12 @@ bool Interface::checkParams() {
 }
 
 bool Interface::QuickSetToChildren(bool force) {
+    checkParams();
     if (IsApertureKind() || IsType(PV_TYPE_APERTUREEXTEND) || IsType(PV_TYPE_CLOSEDSURFACE) ||
         IsType(PV_TYPE_POLYGON)) {
         MakeShapeAndAperture();
     }
     const bool done = Component::QuickSetToChildren(force);
-    checkParams();
     lock(true);
     ResetMesh();
     unlock();
@@ -274,8 +275,7 @@ eParamValue Interface::GetSurfaceType() {
 // "pointPointWidth" is a flat strip given by a surface and its aperture, and is tested
 // like "apertureFunction".
 bool Interface::IsApertureKind() {
-    const eParamValue type = GetSurfaceType();
-    return type == PV_TYPE_APERTUREFUNCTION || type == PV_TYPE_POINTPOINTWIDTH;
+    return surfaceType == PV_TYPE_APERTUREFUNCTION || surfaceType == PV_TYPE_POINTPOINTWIDTH;
 }
 
 Array* Interface::GetDiffuseArray() {
@@ -314,7 +314,7 @@ double Interface::TestRayHit(Ray* ray, double limit) {
         ray->hit = true;
         return distance;
     }
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
             // A ray leaving the surface may not meet it again at once.
@@ -384,7 +384,7 @@ double Interface::TestHitDistance(CoordQUICK& origin, DirQUICK& dir, DirQUICK* n
     if (!exactChecked) CheckForExactPointSet();
     if (hasExactMesh || IsType(PV_TYPE_3DMODEL)) return MeshDistance(origin, dir, normal, limit);
     double distance = -1.0;
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
             distance = ApertureFunctionDistance(origin, dir, limit);
@@ -484,6 +484,7 @@ double Interface::ClosedSurfaceDistance(CoordQUICK& origin, DirQUICK& dir, doubl
 }
 
 double Interface::TestHitDistance(CoordQUICK& point) {
+    if (!exactChecked) CheckForExactPointSet();
     if (!IsType(PV_TYPE_CLOSEDSURFACE) || !hasShape) return -1.0;
     return shape->TestDistance(point);
 }
@@ -589,7 +590,8 @@ double Interface::TestRad(BeamQUICK* beam, double best) {
 }
 
 bool Interface::GetNormal(CoordQUICK& point, DirQUICK& normal) {
-    switch (static_cast<int>(GetSurfaceType())) {
+    if (!exactChecked) CheckForExactPointSet();
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_CLOSEDSURFACE:
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
@@ -614,8 +616,9 @@ bool Interface::ContinueMeshTest() {
 
 bool Interface::CheckForExactPointSet() {
     if (exactChecked) return hasExactMesh;
+    surfaceType = GetSurfaceType();
     bool built = false;
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_POINTPOINTHEIGHT:
             built = MeshPointPoint(-1.0);
             break;
@@ -854,7 +857,7 @@ void Interface::AddTriangleGroup(const std::vector<CoordQUICK>& corners) {
 bool Interface::GenerateMesh() {
     needsMesh = false;
     bool built = false;
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
             DeleteMesh();

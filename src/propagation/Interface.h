@@ -216,7 +216,9 @@ private:
 
     // The parameter type, or PV_EMPTY.
     eParamValue GetSurfaceType();
-    bool IsType(eParamValue kind) { return GetSurfaceType() == kind; }
+    // The kind as the last check of parameters or of the mesh read it: the tests of rays
+    // dispatch on this copy and never read parameters, which other threads read too.
+    bool IsType(eParamValue kind) const { return surfaceType == kind; }
     // The kinds tested as a SurfaceShape clipped by an Aperture.
     bool IsApertureKind();
     // Builders of CheckForExactPointSet and GenerateMesh; true when they made a mesh.
@@ -312,6 +314,7 @@ private:
     int volumeA = -1;
     int volumeB = -1;
     int interfaceId = -1;
+    eParamValue surfaceType = PV_EMPTY;
     // Receiving beams already turned into the next generation.
     std::set<int> transmittedBeams;
 
