@@ -217,6 +217,11 @@ bool Interface::FromXml(CElement* element) {
     if (volumes.size() == known) Log::log(4) << "hasVolumes == false\n";
     if (!hasShape) Log::log(4) << "hasShape = " << hasShape << "\n";
     if (!hasAperture) Log::log(4) << "hasAperture = " << hasAperture << "\n";
+    if (hasAperture && aperture->GetChildNamed("Axis") == nullptr) {
+        // The axis is the interface's gift to its aperture, which reloads only its function.
+        Coordinates* axis = nullptr;
+        aperture->LoadPointerByName(&axis, element->findElementp("Aperture", false), "Axis");
+    }
     if (hasShape && hasAperture) {
         aperture->SetShape(shape);
         shape->SetAperture(aperture);

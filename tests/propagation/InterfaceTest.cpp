@@ -5,9 +5,11 @@
 #include <vector>
 
 #include "control/OpticElement.h"
+#include "documents/CElement.h"
 #include "framework/Parameter.h"
 #include "geometry/Aperture.h"
 #include "geometry/Coordinates.h"
+#include "geometry/SurfaceShape.h"
 #include "propagation/Detection.h"
 #include "propagation/FreqResponse.h"
 #include "propagation/FreqResponseArray.h"
@@ -469,4 +471,36 @@ TEST(Interface, MissTestsAskForAMeshAndDetectionKeepsCopies) {
     EXPECT_TRUE(wall->SetDetection(false));
     EXPECT_EQ(wall->GetDetection(), nullptr);
     wall->ClearReceivedRadiation(true);
+}
+
+TEST(Interface, ReloadLinksShapeAndApertureAndRebuildsTheMesh) {
+    auto square = Disc(PV_APSHAPE_SQUARE, true);
+    auto wall = Wall(5.0);
+    CElement squareXml;
+    CElement wallXml;
+    ASSERT_TRUE(square->ToXml(&squareXml, false));
+    ASSERT_TRUE(wall->ToXml(&wallXml, false));
+
+    LogCapture log;
+    Interface reloaded;
+    reloaded.Initialize();
+    ASSERT_TRUE(reloaded.FromXml(&squareXml));
+    ASSERT_TRUE(reloaded.GetHasShape() && reloaded.GetHasAperture());
+    EXPECT_EQ(reloaded.GetAperture()->GetShape(), reloaded.GetShape());
+    EXPECT_EQ(reloaded.GetShape()->GetAperture(), reloaded.GetAperture());
+    EXPECT_TRUE(log.Contains("hasVolumes == false\n"));
+    Rays rays({{0.2, 0, 0}, {0, 0, 1}}, DirQUICK(0, 0, 1));
+    EXPECT_DOUBLE_EQ(reloaded.TestRayHit(rays.list[0], -1.0), 2.0);
+    EXPECT_TRUE(reloaded.HasExactMesh());
+
+    // A wall has no surface: its points come back and make the same mesh.
+    log.Clear();
+    Interface plain;
+    plain.Initialize();
+    ASSERT_TRUE(plain.FromXml(&wallXml));
+    EXPECT_TRUE(log.Contains("hasShape = "));
+    EXPECT_TRUE(log.Contains("hasAperture = "));
+    EXPECT_EQ(plain.GetBarrierPoints().size(), 2u);
+    rays.list[1]->dir = DirQUICK(1, 0, 0);
+    EXPECT_DOUBLE_EQ(plain.TestRayHit(rays.list[1], -1.0), 5.0);
 }
