@@ -89,6 +89,9 @@ private:
     void Build(int owner, const CoordQUICK& p1, const CoordQUICK& p2, const CoordQUICK& p3);
     // Start, unit direction and length of edge 1, 2 or 3.
     void EdgeLine(int index, CoordQUICK& start, DirQUICK& dir, double& length) const;
+    // Heap copies of an edge's start and direction, for the accessors.
+    CoordQUICK* NewEdgeStart(int index) const;
+    DirQUICK* NewEdgeDir(int index) const;
     // True when edge index (1, 2 or 3) passes every test of a near miss and beats the
     // best edge held so far; then the best fields are updated.
     bool TakeEdge(int index, Ray* ray, double gap, bool found, double& bestAlong, double& bestMiss);
