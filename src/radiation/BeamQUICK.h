@@ -47,6 +47,7 @@ public:
     bool AddTriRays(std::vector<TriRay*>* list);
     // Deletes the rays when the beam owns them, and forgets them in any case.
     bool ClearRays();
+    // The same for the test rays.
     bool ClearTestRays();
     bool ClearTriRays();
     // Forgets the ray of this id, in the map and in the vector; called by the ray's
