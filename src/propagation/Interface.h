@@ -148,6 +148,15 @@ public:
     bool ClearReceivedRadiation(bool deleteBeams);
     const std::map<int, int>& GetReceivedBeams() const { return receivedBeams; }
     std::vector<DiffractSource>& GetDiffractSources() { return diffractSources; }
+    // Notes the radiation whose rays are received next, for the direct hit loop of
+    // EMRadiation::TransmitToInterfaces; under the interface's lock.
+    bool NextRadiation(int radiationId) {
+        lock(true);
+        currentRadiationId = radiationId;
+        unlock();
+        return true;
+    }
+    int GetCurrentRadiation() const { return currentRadiationId; }
 
     // --- Loss ---
 
@@ -317,6 +326,8 @@ private:
     eParamValue surfaceType = PV_EMPTY;
     // Receiving beams already turned into the next generation.
     std::set<int> transmittedBeams;
+    // The radiation named by the last NextRadiation; -1 before any.
+    int currentRadiationId = -1;
 
     static int nextInterfaceId;
     static std::map<int, Interface*> interfaceList;
