@@ -20,6 +20,7 @@
 #include "propagation/Volume.h"
 #include "radiation/BeamQUICK.h"
 #include "radiation/Ray.h"
+#include "radiation/TraceRaysTask.h"
 #include "support/LogCapture.h"
 
 namespace {
@@ -61,28 +62,11 @@ struct Rays {
     std::vector<Ray*> list;
 };
 
-// The sweep of a trace: faces in order, each on the rays that can reach its sphere, "outerLimit"
-// last and never filtered, then each ray that ended on a face is received there.
-void Trace(std::vector<Ray*>& rays, const Faces& faces) {
-    for (Ray* ray : rays) ray->endInterfaceId = -1;
-    Interface* outer = nullptr;
-    for (Interface* face : faces) {
-        if (face->TestName("outerLimit")) {
-            outer = face;
-            continue;
-        }
-        std::vector<Ray*> near;
-        for (Ray* ray : rays) {
-            if (face->TestRayCentreSize(ray)) near.push_back(ray);
-        }
-        if (!near.empty()) face->TestRaysHit(&near, 0, static_cast<int>(near.size()));
-    }
-    if (outer != nullptr) outer->TestRaysHit(&rays, 0, static_cast<int>(rays.size()));
-    for (Ray* ray : rays) {
-        if (ray->endInterfaceId == -1) continue;
-        dynamic_cast<Interface*>(SimObject::GetObjectGlobally(ray->endInterfaceId))
-            ->ReceiveRay(ray, nullptr);
-    }
+// The trace's own sweep over the faces: the closest hit wins, "outerLimit" is tested last,
+// and each ray that ended on a face is received there.
+void Trace(std::vector<Ray*>& rays, Faces faces) {
+    TraceRaysTask task(-1, &rays, 0, static_cast<int>(rays.size()), &faces);
+    TraceRaysToFacesTask(&task);
 }
 
 double TotalArea(MeshGroup* group) {
