@@ -1,6 +1,9 @@
 #pragma once
 
+#include <atomic>
 #include <map>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "framework/Component.h"
@@ -52,18 +55,19 @@ public:
     Interface& operator=(const Interface&) = delete;
     ~Interface() override;
 
-    // The component's initialisation, then the default parameters where they are missing.
-    bool Initialize() override;
     // Deletes the mesh, forgets received beams, edge events and guides, then empties the
     // component; the shape, aperture and detection children go with it.
     bool Empty() override;
     // The parameters, then the children "SurfaceShape" and "Aperture" and the "Volume"
     // elements; links shape and aperture when both are present.
     bool FromXml(CElement* element) override;
-    // Reads reflect, transmit, their ratios and scaleLowLimit into the fields.
+    // Reads reflect, transmit, their ratios, scaleLowLimit and the aperture sizes into the
+    // fields.
     bool checkParams() override;
-    // A change of a shape parameter asks for a new mesh.
-    bool ParamUpdated(Parameter* param) override;
+    // Rebuilding from the parameters: the shape and aperture of the closed-form kinds are
+    // made when missing, the fields are read again and the mesh is dropped, to be rebuilt
+    // when the next ray asks.
+    bool QuickSetToChildren(bool force) override;
 
     // The process-wide number of this interface, and the live interface with that number.
     int GetInterfaceId() const { return interfaceId; }
@@ -120,7 +124,7 @@ public:
     void NeedGenerateMesh() { needsMesh = true; }
     const std::vector<MeshGroup*>& GetMeshGroups() const { return meshGroups; }
     bool HasExactMesh() const { return hasExactMesh; }
-    bool GetExactChecked() const { return exactChecked; }
+    bool GetExactChecked() const { return exactChecked.load(); }
     bool GetNeedsMesh() const { return needsMesh; }
     // The point list of the point-to-point and polygon kinds; the points belong to the
     // interface as its children.
@@ -208,44 +212,68 @@ public:
     void SetResponse(FreqResponseArray* value) { response = value; }
 
 private:
+    struct SideMedia;
+
     // The parameter type, or PV_EMPTY.
     eParamValue GetSurfaceType();
     bool IsType(eParamValue kind) { return GetSurfaceType() == kind; }
-    // Builders of CheckForExactPointSet and GenerateMesh, one per kind.
+    // The kinds tested as a SurfaceShape clipped by an Aperture.
+    bool IsApertureKind();
+    // Builders of CheckForExactPointSet and GenerateMesh; true when they made a mesh.
     bool MeshPointPoint(double width);
     bool MeshApertureFan();
     bool MeshPolygon();
-    bool MeshGuidedSide();
+    bool MeshGuidedSide(int segments);
     bool MeshCube();
     bool MeshApertureTriangles();
-    bool MeshApertureExtend();
-    // The aperture's child "Axis" as a direction; logs and fails when it is missing.
+    // The number of bands of a generated guided side.
+    int GuidedSideSegments();
+    // The aperture's child "Axis" as a unit direction; logs and fails when it is missing.
     bool GetAxis(Direction& axis);
     // Projects points along the axis onto the surface; the hits are new and the caller's.
     bool ProjectOntoSurface(std::vector<Coordinates*>& points, Direction& axis,
                             std::vector<Coordinates*>& projected);
+    // The aperture's outline (or its mesh points) projected onto the surface along "Axis".
+    bool ProjectedAperturePoints(bool meshPoints, std::vector<CoordQUICK>& points);
     // The outline of a guide projected onto its surface along its axis.
-    static bool GuideOutline(Interface* guide, std::vector<Coordinates*>& outline);
-    // A new group holding the triangles (0, i, i + 1) of the points.
-    bool FanToGroup(std::vector<Coordinates*>& points);
-    // Deletes the mesh groups.
+    static bool GuideOutline(Interface* guide, std::vector<CoordQUICK>& outline);
+    // The unit normal of a closed outline, by the sense in which it runs.
+    static bool getOutlineNormal(const std::vector<CoordQUICK>& points, DirQUICK& normal);
+    // One new group of the triangles given three corners at a time; an edge shared by two of
+    // them is inside the surface and does not diffract.
+    void AddTriangleGroup(const std::vector<CoordQUICK>& corners);
     void DeleteMesh();
+    // Forgets the mesh and its check, so that the next ray builds them again.
+    void ResetMesh();
     // Centre and bounding radius from the mesh groups.
     void ComputeBoundingSphere();
-    // Nearest over-zero crossing of the closed-form kinds, or -1.
+    // The distances of the kinds, -1 for none.
     double ApertureFunctionDistance(CoordQUICK& origin, DirQUICK& dir, double limit);
     double ApertureExtendDistance(CoordQUICK& origin, DirQUICK& dir, double limit);
     double ClosedSurfaceDistance(CoordQUICK& origin, DirQUICK& dir, double limit);
     double MeshDistance(CoordQUICK& origin, DirQUICK& dir, DirQUICK* normal, double limit);
+    // True when the point lies between the projections of itself onto the two guides.
+    bool BetweenGuides(Coordinates& point);
     // The two halves of TestRaysHit.
     void TestRaysOnMesh(std::vector<Ray*>& list, int first, int last);
     void TestRaysOnSurface(std::vector<Ray*>& list, int first, int last);
-    // Takes the hit for the ray when it is closer than what the ray holds.
-    void AcceptHit(Ray* ray, double distance, const DirQUICK& normal);
     // Smallest test-ray distance of one beam, by TestRad or TestRayHit.
     double TestBeamRays(BeamQUICK* beam, double best);
+    // The volumes and media on the beam's side and on the far side.
+    bool ResolveSides(BeamQUICK* beam, SideMedia& sides);
+    // One receiving beam through transmit management into new beams.
+    bool TransmitBeam(BeamQUICK* beam, double minTracePower);
+    // The edge events, grouped by the volume their rays ran in.
+    bool TransmitDiffraction(double minTracePower);
+    // Deletes the rays under minTracePower at their origin.
+    static void CheckPowerLevel(std::vector<Ray*>& rays, double minTracePower);
+    // A new beam of the rays and test rays, handed to the volume under its lock; nothing is
+    // made of two empty lists.
+    static bool AddBeamFromRays(std::vector<Ray*>& rays, std::vector<Ray*>* testRays,
+                                Volume* volume, const std::string& sourceName);
     // The five profile parameters, copied from this interface to the detection.
     bool PassProfileParameters(Component* to);
+    bool SetGuides(Interface* start, Interface* end);
     void Register();
     void Unregister();
 
@@ -275,13 +303,17 @@ private:
     bool noHits = false;
     FreqResponseArray* response = nullptr;
     bool hasExactMesh = false;
-    bool exactChecked = false;
+    // Set last by CheckForExactPointSet, after the mesh and the sphere: a thread that reads
+    // it true without the lock sees both complete.
+    std::atomic<bool> exactChecked{false};
     bool needsMesh = true;
     std::vector<Volume*> volumes;
     // Object ids of the volumes on the two sides; -1 when unset.
     int volumeA = -1;
     int volumeB = -1;
     int interfaceId = -1;
+    // Receiving beams already turned into the next generation.
+    std::set<int> transmittedBeams;
 
     static int nextInterfaceId;
     static std::map<int, Interface*> interfaceList;
