@@ -118,9 +118,7 @@ bool Structure::RemoveBuilt() {
 }
 
 void Structure::Join(Interface* face, Volume* volume) {
-    if (volume == nullptr) return;
-    face->AddVolume(volume);
-    volume->AddInterface(face);
+    if (volume != nullptr && face->AddVolume(volume)) volume->AddInterface(face);
 }
 
 bool Structure::RemoveFace(Interface* face) {

@@ -29,7 +29,6 @@ public:
     using FaceIds = std::vector<int>;
     using Faces = std::vector<Interface*>;
 
-    Structure();
     Structure(const Structure&) = delete;
     Structure& operator=(const Structure&) = delete;
     // The faces and volumes made here, which live on under the element, let go of the
@@ -68,6 +67,9 @@ public:
     bool GetNeedsRebuild() const { return needsRebuild; }
 
 protected:
+    // Only the kinds of structure are made.
+    Structure();
+
     // A square in the ground plane: its centre and its side.
     struct sSquare {
         double x;
