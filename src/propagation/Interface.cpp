@@ -217,6 +217,11 @@ bool Interface::FromXml(CElement* element) {
     if (volumes.size() == known) Log::log(4) << "hasVolumes == false\n";
     if (!hasShape) Log::log(4) << "hasShape = " << hasShape << "\n";
     if (!hasAperture) Log::log(4) << "hasAperture = " << hasAperture << "\n";
+    if (hasAperture && aperture->GetChildNamed("Axis") == nullptr) {
+        // The axis is the interface's gift to its aperture, which reloads only its function.
+        Coordinates* axis = nullptr;
+        aperture->LoadPointerByName(&axis, element->findElementp("Aperture", false), "Axis");
+    }
     if (hasShape && hasAperture) {
         aperture->SetShape(shape);
         shape->SetAperture(aperture);
@@ -226,6 +231,7 @@ bool Interface::FromXml(CElement* element) {
 }
 
 bool Interface::checkParams() {
+    surfaceType = GetSurfaceType();
     GetParameterValue(PN_REFLECT, reflect);
     GetParameterValue(PN_TRANSMIT, transmit);
     GetParameterValue(PN_REFLECTRAT, reflectRatio);
@@ -243,12 +249,12 @@ bool Interface::checkParams() {
 }
 
 bool Interface::QuickSetToChildren(bool force) {
+    checkParams();
     if (IsApertureKind() || IsType(PV_TYPE_APERTUREEXTEND) || IsType(PV_TYPE_CLOSEDSURFACE) ||
         IsType(PV_TYPE_POLYGON)) {
         MakeShapeAndAperture();
     }
     const bool done = Component::QuickSetToChildren(force);
-    checkParams();
     lock(true);
     ResetMesh();
     unlock();
@@ -274,8 +280,7 @@ eParamValue Interface::GetSurfaceType() {
 // "pointPointWidth" is a flat strip given by a surface and its aperture, and is tested
 // like "apertureFunction".
 bool Interface::IsApertureKind() {
-    const eParamValue type = GetSurfaceType();
-    return type == PV_TYPE_APERTUREFUNCTION || type == PV_TYPE_POINTPOINTWIDTH;
+    return surfaceType == PV_TYPE_APERTUREFUNCTION || surfaceType == PV_TYPE_POINTPOINTWIDTH;
 }
 
 Array* Interface::GetDiffuseArray() {
@@ -314,7 +319,7 @@ double Interface::TestRayHit(Ray* ray, double limit) {
         ray->hit = true;
         return distance;
     }
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
             // A ray leaving the surface may not meet it again at once.
@@ -384,7 +389,7 @@ double Interface::TestHitDistance(CoordQUICK& origin, DirQUICK& dir, DirQUICK* n
     if (!exactChecked) CheckForExactPointSet();
     if (hasExactMesh || IsType(PV_TYPE_3DMODEL)) return MeshDistance(origin, dir, normal, limit);
     double distance = -1.0;
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
             distance = ApertureFunctionDistance(origin, dir, limit);
@@ -484,6 +489,7 @@ double Interface::ClosedSurfaceDistance(CoordQUICK& origin, DirQUICK& dir, doubl
 }
 
 double Interface::TestHitDistance(CoordQUICK& point) {
+    if (!exactChecked) CheckForExactPointSet();
     if (!IsType(PV_TYPE_CLOSEDSURFACE) || !hasShape) return -1.0;
     return shape->TestDistance(point);
 }
@@ -589,7 +595,8 @@ double Interface::TestRad(BeamQUICK* beam, double best) {
 }
 
 bool Interface::GetNormal(CoordQUICK& point, DirQUICK& normal) {
-    switch (static_cast<int>(GetSurfaceType())) {
+    if (!exactChecked) CheckForExactPointSet();
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_CLOSEDSURFACE:
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
@@ -614,8 +621,9 @@ bool Interface::ContinueMeshTest() {
 
 bool Interface::CheckForExactPointSet() {
     if (exactChecked) return hasExactMesh;
+    surfaceType = GetSurfaceType();
     bool built = false;
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_POINTPOINTHEIGHT:
             built = MeshPointPoint(-1.0);
             break;
@@ -854,7 +862,7 @@ void Interface::AddTriangleGroup(const std::vector<CoordQUICK>& corners) {
 bool Interface::GenerateMesh() {
     needsMesh = false;
     bool built = false;
-    switch (static_cast<int>(GetSurfaceType())) {
+    switch (static_cast<int>(surfaceType)) {
         case PV_TYPE_APERTUREFUNCTION:
         case PV_TYPE_POINTPOINTWIDTH:
             DeleteMesh();

@@ -148,6 +148,15 @@ public:
     bool ClearReceivedRadiation(bool deleteBeams);
     const std::map<int, int>& GetReceivedBeams() const { return receivedBeams; }
     std::vector<DiffractSource>& GetDiffractSources() { return diffractSources; }
+    // Notes the radiation whose rays are received next, for the direct hit loop of
+    // EMRadiation::TransmitToInterfaces; under the interface's lock.
+    bool NextRadiation(int radiationId) {
+        lock(true);
+        currentRadiationId = radiationId;
+        unlock();
+        return true;
+    }
+    int GetCurrentRadiation() const { return currentRadiationId; }
 
     // --- Loss ---
 
@@ -216,7 +225,9 @@ private:
 
     // The parameter type, or PV_EMPTY.
     eParamValue GetSurfaceType();
-    bool IsType(eParamValue kind) { return GetSurfaceType() == kind; }
+    // The kind as the last check of parameters or of the mesh read it: the tests of rays
+    // dispatch on this copy and never read parameters, which other threads read too.
+    bool IsType(eParamValue kind) const { return surfaceType == kind; }
     // The kinds tested as a SurfaceShape clipped by an Aperture.
     bool IsApertureKind();
     // Builders of CheckForExactPointSet and GenerateMesh; true when they made a mesh.
@@ -312,8 +323,11 @@ private:
     int volumeA = -1;
     int volumeB = -1;
     int interfaceId = -1;
+    eParamValue surfaceType = PV_EMPTY;
     // Receiving beams already turned into the next generation.
     std::set<int> transmittedBeams;
+    // The radiation named by the last NextRadiation; -1 before any.
+    int currentRadiationId = -1;
 
     static int nextInterfaceId;
     static std::map<int, Interface*> interfaceList;

@@ -236,11 +236,12 @@ void FanAbout(Interface* face, const FaceSettings& s, const VectorQUICK& point,
 }
 
 // The flat fan of a two-dimensional scene: n + 1 directions over diffuseAngle in the plane
-// of incidence, about the in-plane axis u.
+// of incidence, whose axis is mirror x normal (+z for a scene in the x-y plane), centred on
+// the in-plane direction u; for +z, u is -x. Directions behind the face are dropped.
 void FlatFan(Ray* ray, const FaceSettings& s, const DirQUICK& normal, const DirQUICK& mirror,
              std::vector<Ray*>& out) {
     VectorQUICK axis;
-    axis.SetCross(normal, mirror);
+    axis.SetCross(mirror, normal);
     if (axis.GetLength() == 0.0 || s.diffuseGap <= 0.0) return;
     axis.Normalize();
     const int n = static_cast<int>(std::lround(s.diffuseAngle / s.diffuseGap));
@@ -610,6 +611,8 @@ bool TransmitManage::Diffract(DiffractSource& source, std::vector<Ray*>& out, In
     // keeps the ray's slope along the edge.
     const VectorQUICK p(ray->dir.data[0] - along * e.data[0], ray->dir.data[1] - along * e.data[1],
                         ray->dir.data[2] - along * e.data[2]);
+    // A ray along the edge has no cone to sweep.
+    if (p.GetLength() < 1e-12) return false;
     VectorQUICK q;
     q.SetCross(e, p);
     if (q.Dot(source.inward) < 0.0) q *= -1.0;
@@ -663,6 +666,7 @@ bool TransmitManage::TotalInternalReflection(Ray* ray, DirQUICK& normal, double 
 }
 
 double TransmitManage::GetIncidenceAngle(Ray* ray, DirQUICK& normal) {
+    if (ray == nullptr) return 0.0;
     double a = ray->dir.Angle(normal);
     if (a > 90.0) a -= 90.0;
     return 90.0 - a;

@@ -2,9 +2,22 @@
 
 #include <algorithm>
 
+#include "framework/NexoBase.h"
 #include "logging/Log.h"
+#include "propagation/TraceBeamTask.h"
 #include "radiation/BeamQUICK.h"
 #include "radiation/EMRadiation.h"
+
+namespace {
+
+// Beams go in parallel only with at least this many rays each, and two beams or more.
+constexpr int PARALLEL_MIN_RAYS = 41;
+constexpr int PARALLEL_MIN_BEAMS = 2;
+// A forced parallel pass is for beams under this many rays, three beams or more.
+constexpr int FORCED_MAX_RAYS = 500;
+constexpr int FORCED_MIN_BEAMS = 3;
+
+}  // namespace
 
 std::map<int, Volume*> Volume::volumesById;
 Lockable Volume::volumesLock;
@@ -99,4 +112,91 @@ bool Volume::ReceiveBeam(BeamQUICK* beam) {
         return false;
     }
     return radiation->AddBeamRaysp(beam);
+}
+
+bool Volume::checkParams() {
+    UpdateSize();
+    return UpdateCentre();
+}
+
+bool Volume::ParallelBeams(int beams, int raysPerBeam) {
+    eParamValue type = PV_VOL_HOMOGENEOUS;
+    GetParameterValue(PN_VOLTYP, type);
+    if (type != PV_VOL_HOMOGENEOUS) return false;
+    ParallelSelect& select = NexoBase::parallelSelected;
+    if (select.IsParallelForced(parallelVolumeTransmit) && raysPerBeam < FORCED_MAX_RAYS &&
+        beams >= FORCED_MIN_BEAMS) {
+        return true;
+    }
+    const bool wanted = raysPerBeam >= PARALLEL_MIN_RAYS && beams >= PARALLEL_MIN_BEAMS;
+    return wanted && select.IsParallelAvailable(parallelVolumeTransmit) &&
+           NexoBase::CanAddThreads();
+}
+
+bool Volume::TransmitRadiation(std::vector<EMRadiation*>* out) {
+    lock(true);
+    std::vector<int> held;
+    held.swap(beamIds);
+    unlock();
+    if (held.empty()) return false;
+    Log::log(4) << "Volume::TransmitRadiation " << objName << ": " << held.size() << " beams\n";
+
+    long totalRays = 0;
+    for (int id : held) {
+        BeamQUICK* beam = GETBEAM(id);
+        if (beam != nullptr) totalRays += beam->GetRaysCount();
+    }
+    const int count = static_cast<int>(held.size());
+    const bool parallel = ParallelBeams(count, static_cast<int>(totalRays / count));
+
+    NexoBase::ProcessTask** tasks = NexoBase::NewTaskList(count);
+    for (int i = 0; i < count; i++) {
+        tasks[i] = new NexoBase::ProcessTask(new TraceBeamTask(held[i], static_cast<Faces*>(this)),
+                                             BeamToFaces);
+    }
+    if (parallel) {
+        NexoBase::ThreadedProcessTasks(tasks, count);
+    } else {
+        for (int i = 0; i < count; i++) tasks[i]->function(tasks[i]->content);
+    }
+    bool traced = false;
+    for (int i = 0; i < count; i++) {
+        traced = static_cast<TraceBeamTask*>(tasks[i]->content)->result || traced;
+    }
+    NexoBase::DeleteTasks(tasks, count);
+    ReportRadiation(out);
+    return traced;
+}
+
+void Volume::ReportRadiation(std::vector<EMRadiation*>* out) {
+    if (out == nullptr) return;
+    for (int id : radiationIds) {
+        auto* radiation = dynamic_cast<EMRadiation*>(GetObjectGlobally(id));
+        if (radiation == nullptr) continue;
+        if (std::find(out->begin(), out->end(), radiation) == out->end()) {
+            out->push_back(radiation);
+        }
+    }
+}
+
+int Volume::CountReceivedRadiation() {
+    lock(true);
+    const int count = static_cast<int>(beamIds.size());
+    unlock();
+    return count;
+}
+
+bool Volume::ClearReceivedRadiation() {
+    lock(true);
+    bool had = !beamIds.empty();
+    beamIds.clear();
+    for (int id : radiationIds) {
+        auto* radiation = dynamic_cast<EMRadiation*>(GetObjectGlobally(id));
+        if (radiation == nullptr) continue;
+        had = had || radiation->GetBeamRaysCount() > 0;
+        // Empty deletes the beams; the received radiation holds nothing else of value.
+        radiation->Empty();
+    }
+    unlock();
+    return had;
 }

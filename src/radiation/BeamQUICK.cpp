@@ -215,7 +215,10 @@ bool BeamQUICK::ClearRays() {
 }
 
 bool BeamQUICK::ClearTestRays() {
-    for (Ray* ray : testRays) delete ray;
+    // A receiving beam shares its test rays with the beam that launched them.
+    if (rayOwn) {
+        for (Ray* ray : testRays) delete ray;
+    }
     testRays.clear();
     testRaysById.clear();
     hasTestRays = false;

@@ -47,6 +47,7 @@ public:
     bool AddTriRays(std::vector<TriRay*>* list);
     // Deletes the rays when the beam owns them, and forgets them in any case.
     bool ClearRays();
+    // The same for the test rays.
     bool ClearTestRays();
     bool ClearTriRays();
     // Forgets the ray of this id, in the map and in the vector; called by the ray's
@@ -103,6 +104,16 @@ public:
 
     // The box around the origins and ends of all rays; false with no rays.
     bool CheckRayLimits();
+    // Traces the rays to the interfaces of list (the beam's own list when null, which is
+    // cleared afterwards): each ray goes to its nearest interface, which receives it. Where
+    // an interface diffracts, each ray yields at most one edge event, on the face of the
+    // edge it passes nearest the start of its path; near-duplicate events on a face are
+    // then merged. Last, the box of the rays is updated. False with no rays.
+    bool TransmitToInterfaces(std::vector<Interface*>* list);
+    // Whether the interface may lie within the range's sphere or cone: true when it has no
+    // exact mesh, or when its bounding sphere is near the range's sphere or inside or
+    // beside its cone.
+    bool TestFaceAndRange(Interface* face, beamRange& range);
     // Phase and position ranges over the rays' ends; false with no rays.
     bool EvaluateLimits();
     // Triangle intensities from their power and end-point area, then each ray's intensity

@@ -5,6 +5,7 @@
 
 #include "geometry/Direction.h"
 #include "logging/Log.h"
+#include "propagation/Interface.h"
 #include "propagation/Volume.h"
 #include "radiation/Beam.h"
 #include "radiation/BeamQUICK.h"
@@ -27,6 +28,7 @@ void EMRadiation::DeleteBeams() {
     // A beam may have gone with the table already.
     for (int id : beamIds) delete GETBEAM(id);
     beamIds.clear();
+    tracedBeamIds.clear();
 }
 
 void EMRadiation::DeleteLaunches() {
@@ -171,6 +173,56 @@ bool EMRadiation::SetVolume(Volume* newVolume) {
 bool EMRadiation::AddInterfaceInLine(Interface* face) {
     if (face != nullptr) interfaces.push_back(face);
     return true;
+}
+
+bool EMRadiation::TransmitToInterfaces(std::vector<Interface*>* list) {
+    std::vector<Interface*>& faces = list != nullptr ? *list : interfaces;
+    std::vector<Interface*> told;
+    bool hit = false;
+    for (int id : beamIds) {
+        BeamQUICK* beam = GETBEAM(id);
+        if (beam == nullptr) continue;
+        if (std::find(tracedBeamIds.begin(), tracedBeamIds.end(), id) != tracedBeamIds.end()) {
+            continue;
+        }
+        tracedBeamIds.push_back(id);
+        hit = RaysToInterfaces(*beam->GetTestRaysp(), faces, true, told) || hit;
+        hit = RaysToInterfaces(*beam->GetRaysp(), faces, false, told) || hit;
+    }
+    if (list == nullptr) interfaces.clear();
+    return hit;
+}
+
+bool EMRadiation::RaysToInterfaces(std::map<int, Ray*>& list, std::vector<Interface*>& faces,
+                                   bool test, std::vector<Interface*>& told) {
+    bool hit = false;
+    for (auto& entry : list) {
+        Ray* ray = entry.second;
+        Interface* nearest = nullptr;
+        double best = -1.0;
+        for (Interface* face : faces) {
+            if (face == nullptr) continue;
+            const double d = face->TestRayHit(ray, -1.0);
+            // A new nearest must be closer by more than the tolerance.
+            if (d > 1e-10 && (nearest == nullptr || d < best - 1e-10)) {
+                nearest = face;
+                best = d;
+            }
+        }
+        if (nearest == nullptr) continue;
+        ray->SetLength(best);
+        if (std::find(told.begin(), told.end(), nearest) == told.end()) {
+            nearest->NextRadiation(radId);
+            told.push_back(nearest);
+        }
+        if (test) {
+            nearest->ReceiveTestRay(ray);
+        } else {
+            nearest->ReceiveRay(ray, nullptr);
+        }
+        hit = true;
+    }
+    return hit;
 }
 
 bool EMRadiation::InitializeLayout() {

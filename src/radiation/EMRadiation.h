@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,7 @@ class CElement;
 class Direction;
 class Interface;
 class RadiationPattern;
+class Ray;
 class Volume;
 
 // Everything one source has radiated. It holds the launch descriptions (Beam children, one
@@ -52,6 +54,11 @@ public:
     Volume* GetVolume() const { return volume; }
     // A null interface is ignored, and still counts as success.
     bool AddInterfaceInLine(Interface* face);
+    // The direct hit loop, beam by beam, for beams not traced here before: each test ray,
+    // then each ray, is cut at the nearest interface of list (of the radiation's own list
+    // when null, which is cleared afterwards) and received there as a test ray or a ray.
+    // Each interface is told this radiation's id before the first ray it receives.
+    bool TransmitToInterfaces(std::vector<Interface*>* list);
     // Gives every launch description a fresh default layout.
     bool InitializeLayout();
     // Marks the beams held, and those added later, as launched here (true) or received
@@ -77,6 +84,9 @@ public:
 private:
     // Deletes the beams of the ids held and forgets the ids.
     void DeleteBeams();
+    // Cuts each ray at its nearest interface and hands it over; false when none was hit.
+    bool RaysToInterfaces(std::map<int, Ray*>& list, std::vector<Interface*>& faces, bool test,
+                          std::vector<Interface*>& told);
     // Deletes the Beam children.
     void DeleteLaunches();
     // Appends a new, initialised Beam child.
@@ -85,6 +95,8 @@ private:
     std::vector<Beam*> beams;
     Volume* volume = nullptr;
     std::vector<int> beamIds;
+    // The beams TransmitToInterfaces has traced.
+    std::vector<int> tracedBeamIds;
     std::vector<Interface*> interfaces;
     RadiationPattern* radPattern = nullptr;
     bool useTriRays = false;
