@@ -6,6 +6,7 @@
 #include "geometry/Coordinates.h"
 #include "logging/Log.h"
 #include "propagation/Interface.h"
+#include "propagation/Volume.h"
 
 Barrier::Barrier() { objTypeStr = "Barrier"; }
 
@@ -54,8 +55,12 @@ bool Barrier::BuildVertical(OpticElement* element) {
     return true;
 }
 
+void Barrier::MakeWallVolume(OpticElement* element) {
+    MakeVolume(element)->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
+}
+
 void Barrier::BuildThickSegment(OpticElement* element, int i, double base, double top) {
-    MakeVolume(element);
+    MakeWallVolume(element);
     const sStrip faces[] = {
         {"barrierSide", PV_TYPE_POINTPOINTWIDTHHEIGHT, base, top, thickness},
         {"barrierBottom", PV_TYPE_POINTPOINTWIDTH, base, base, thickness},
@@ -84,7 +89,7 @@ bool Barrier::BuildHorizontal(OpticElement* element) {
         FinishFace(floorFace);
         return true;
     }
-    MakeVolume(element);
+    MakeWallVolume(element);
     Interface* floorBase = MakeOutlineFace(element, "floorBase", barrierHeight, square);
     // The top lies thickness away from the level, on the far side from the ground.
     const double topLevel = height + (height < 0.0 ? -thickness : thickness);

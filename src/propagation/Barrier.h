@@ -36,6 +36,8 @@ private:
     // lossModel.
     Interface* MakeSegmentFace(OpticElement* element, const sStrip& strip, int i,
                                eParamValue lossModel);
+    // A new volume of the shape of the box around a thick wall.
+    void MakeWallVolume(OpticElement* element);
     // The side, bottom and top of segment i around a new volume.
     void BuildThickSegment(OpticElement* element, int i, double base, double top);
     // The square spanned by xMin, xMax, yMin and yMax; the larger span is its side.

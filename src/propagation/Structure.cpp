@@ -247,7 +247,6 @@ Interface* Structure::MakeGuidedSide(OpticElement* element, const std::string& n
 Volume* Structure::MakeVolume(OpticElement* element) {
     Volume* volume = element->AddVolume();
     volume->SetName("barrierVol");
-    volume->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
     volume->SetResponse(this);
     volume->SetSaveToXML(false);
     if (!mediumName.empty()) {

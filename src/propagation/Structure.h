@@ -109,8 +109,8 @@ protected:
     // which guide it. Passed the structure's parameters and finished.
     Interface* MakeGuidedSide(OpticElement* element, const std::string& name, double length,
                               Interface* start, Interface* end);
-    // A new volume "barrierVol" of the wall shape, with this structure's medium and loss
-    // entries, not saved. It becomes the structure's volume, which later faces join.
+    // A new volume "barrierVol" with this structure's medium and loss entries, not saved.
+    // It becomes the structure's volume, which later faces join.
     Volume* MakeVolume(OpticElement* element);
     // Lets the face build its children and take its place. A surface kind gets its shape
     // and aperture first, the aperture the vertical "Axis" along which it projects, and a
