@@ -1,5 +1,6 @@
 #include "propagation/MeshElement.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "geometry/Coordinates.h"
@@ -26,7 +27,7 @@ CoordQUICK FromMatrix(Coordinates& point) {
 
 // Degrees per radian for the near-miss angle limits.
 constexpr double kMissDegreesPerRadian = 180.0 / 3.141592653589793;
-// Rays this close to the edge's own direction along the face prefer the farther edge.
+// |ray . normal| over the first marks a steep ray, under the second a grazing one.
 constexpr double kSteepRayCosine = 0.95;
 constexpr double kGrazingRayCosine = 0.05;
 
@@ -189,7 +190,7 @@ bool MeshElement::TakeEdge(int index, Ray* ray, double gap, bool found, double& 
     bestAlong = t;
     bestMiss = m;
     bestEdgePoint = edgePointScratch;
-    bestEdgeDir = dir;
+    bestEdgeDir.Copy(dir);
     return true;
 }
 

@@ -81,8 +81,8 @@ public:
     CoordQUICK bestEdgePoint;
     CoordQUICK rayPointScratch;
     CoordQUICK rayEdgeCross;
-    DirQUICK bestEdgeDir;
-    DirQUICK inwardScratch;
+    CoordQUICK bestEdgeDir;
+    CoordQUICK inwardScratch;
 
 private:
     // Fills the derived fields from the three vertices.
