@@ -246,9 +246,13 @@ void FlatFan(Ray* ray, const FaceSettings& s, const DirQUICK& normal, const DirQ
     axis.Normalize();
     const int n = static_cast<int>(std::lround(s.diffuseAngle / s.diffuseGap));
     if (n < 1) return;
-    const bool nearX = std::abs(axis.Dot(1.0, 0.0, 0.0)) < 0.2;
+    const VectorQUICK x(1.0, 0.0, 0.0);
+    const VectorQUICK y(0.0, 1.0, 0.0);
+    const bool nearX = std::abs(axis.Dot(x)) < 0.2;
     VectorQUICK u;
-    u.SetCross(axis, nearX ? VectorQUICK(0.0, 1.0, 0.0) : VectorQUICK(1.0, 0.0, 0.0));
+    u.SetCross(axis, nearX ? y : x);
+    // An axis along the chosen helper has no cross with it: the other helper serves.
+    if (u.GetLength() < 1e-12) u.SetCross(axis, nearX ? x : y);
     u.Normalize();
     VectorQUICK v;
     v.SetCross(axis, u);
