@@ -6,7 +6,9 @@
 // Row order is name order: the row of name n is at n - 1. Columns: name, type, option kind,
 // group, first and last limit (-1 leaves the limits as they are), then, where they differ
 // from ZERO_KEEP, RESIM_KEEP, true, true: includeZero, re-simulation rule, showOptions,
-// showInDataTree.
+// showInDataTree. The shape ranges of apertureShape and objectShapeName end in a value
+// without text (the outline through a list of points, the box around a thick wall): code
+// sets it, and a value without text is never offered as a choice.
 const Parameter::sNameRule* Parameter::FindNameRule(eParamName parName) {
     static const sNameRule rules[] = {
         {PN_UNK, PT_INV, PO_FREE, PG_UNK, -1, -1},                                  // "unknown"
@@ -208,12 +210,9 @@ const Parameter::sNameRule* Parameter::FindNameRule(eParamName parName) {
         {PN_APSIZE, PT_DIST, PO_NUM_1000, PG_APERTURE, -1, -1},          // "apertureSize"
         {PN_APSIZEIN, PT_DIST, PO_NUM_1000, PG_APERTURE, -1, -1},        // "apertureSizeInner"
         {PN_APSIZEOUT, PT_DIST, PO_NUM_1000, PG_APERTURE, -1, -1},       // "apertureSizeOuter"
-        // The last entry of each of the two shape ranges has no text: the outline through a
-        // list of points, and the box around a thick wall. Both are set by code only, and a
-        // value without text is never offered as a choice.
         {PN_APSHAP, PT_OTH, PO_VALUES, PG_APERTURE, 82, 87},             // "apertureShape"
         {PN_SURFSHAP, PT_OTH, PO_VALUES, PG_SURFACE, 90, 94},            // "surfaceShapeName"
-        {PN_OBJSHAP, PT_OTH, PO_VALUES, PG_SURFACE, 97, 100},             // "objectShapeName"
+        {PN_OBJSHAP, PT_OTH, PO_VALUES, PG_SURFACE, 97, 100},            // "objectShapeName"
         {PN_SHAPRATIO1, PT_RAT, PO_NUM_10_FRACT, PG_APERTURE, -1, -1},   // "ratio1"
         {PN_SHAPRATIO2, PT_RAT, PO_NUM_10_FRACT, PG_APERTURE, -1, -1},   // "ratio2"
         {PN_SHAPRATIO3, PT_RAT, PO_NUM_10_FRACT, PG_APERTURE, -1, -1},   // "ratio3"
