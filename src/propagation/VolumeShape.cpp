@@ -92,7 +92,10 @@ double Volume::DistanceOutside(const CoordQUICK& point) {
         face->GetParameterValue(PN_TYP, type);
         if (type == PV_TYPE_CLOSEDSURFACE) {
             CoordQUICK copy = point;
-            return face->TestHitDistance(copy);
+            face->lock(true);
+            const double distance = face->TestHitDistance(copy);
+            face->unlock();
+            return distance;
         }
     }
     switch (shapeName) {
@@ -193,16 +196,23 @@ Interface* Volume::NearestFace(CoordQUICK& origin, DirQUICK& dir, double limit, 
     return nearest;
 }
 
+// Faces are asked under their locks: a face may build its mesh on the first question.
 bool Volume::GetNormal(CoordQUICK& point, DirQUICK& normal) {
     Interface* nearest = nullptr;
     double best = 0.0;
     for (Interface* face : static_cast<Faces&>(*this)) {
         if (face == nullptr) continue;
+        face->lock(true);
         const double d = std::abs(face->TestHitDistance(point));
+        face->unlock();
         if (nearest == nullptr || d < best) {
             nearest = face;
             best = d;
         }
     }
-    return nearest != nullptr && nearest->GetNormal(point, normal);
+    if (nearest == nullptr) return false;
+    nearest->lock(true);
+    const bool found = nearest->GetNormal(point, normal);
+    nearest->unlock();
+    return found;
 }

@@ -165,6 +165,20 @@ TEST(VolumeTrace, InsideByCrossingsNormalsAndTheDirectHitLoop) {
     empty.Initialize();
     EXPECT_FALSE(empty.GetNormal(point, normal));
 
+    // A volume of one closed surface takes that surface's word, whatever its shape says.
+    Interface cube;
+    cube.Initialize();
+    cube.SetParameterValue(PN_TYP, PV_TYPE_CLOSEDSURFACE);
+    cube.SetParameterValue(PN_SURFSHAP, PV_SURF_CUBE);
+    cube.SetParameterValue(PN_SIZ, 2.0);
+    cube.QuickSetToChildren(true);
+    empty.AddInterface(&cube);
+    empty.SetParameterValue(PN_OBJSHAP, PV_SHAPE_BLOCK);
+    empty.checkParams();
+    CoordQUICK far(50.0, 0.0, 0.0);
+    EXPECT_DOUBLE_EQ(empty.DistanceOutside(far), cube.TestHitDistance(far));
+    EXPECT_NE(empty.DistanceOutside(far), 50.0);
+
     // The direct loop cuts rays and test rays at the ring, tells the ring the radiation
     // first, clears its own list, and does not trace a beam twice.
     EMRadiation radiation;
