@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "geometry/Coordinates.h"
+#include "propagation/FaceHold.h"
 #include "propagation/Interface.h"
 #include "propagation/Volume.h"
 
@@ -172,11 +173,8 @@ double Volume::RayCastDistance(const CoordQUICK& point) {
 }
 
 double Volume::FaceDistance(Interface* face, CoordQUICK& origin, DirQUICK& dir, DirQUICK* normal) {
-    // The closed-form surface code keeps scratch state under the face's lock.
-    face->lock(true);
-    const double distance = face->TestHitDistance(origin, dir, normal, -1.0);
-    face->unlock();
-    return distance;
+    FaceHold hold(face);
+    return face->TestHitDistance(origin, dir, normal, -1.0);
 }
 
 Interface* Volume::NearestFace(CoordQUICK& origin, DirQUICK& dir, double limit, double& distance,
