@@ -142,7 +142,8 @@ private:
     double WallDistance(const CoordQUICK& point) const;
     // Casts along a fixed direction and counts the faces crossed: an odd count is inside.
     double RayCastDistance(const CoordQUICK& point);
-    // The face's distance along dir from origin, read under the face's lock; -1 for none.
+    // The face's distance along dir from origin, with the face and its mesh held; -1 for
+    // none.
     static double FaceDistance(Interface* face, CoordQUICK& origin, DirQUICK& dir,
                                DirQUICK* normal);
     // The nearest face over 1e-10 and under limit along dir; null when none.

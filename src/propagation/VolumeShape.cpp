@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "geometry/Coordinates.h"
+#include "propagation/FaceHold.h"
 #include "propagation/Interface.h"
 #include "propagation/Volume.h"
 
@@ -92,7 +93,10 @@ double Volume::DistanceOutside(const CoordQUICK& point) {
         face->GetParameterValue(PN_TYP, type);
         if (type == PV_TYPE_CLOSEDSURFACE) {
             CoordQUICK copy = point;
-            return face->TestHitDistance(copy);
+            face->lock(true);
+            const double distance = face->TestHitDistance(copy);
+            face->unlock();
+            return distance;
         }
     }
     switch (shapeName) {
@@ -169,11 +173,8 @@ double Volume::RayCastDistance(const CoordQUICK& point) {
 }
 
 double Volume::FaceDistance(Interface* face, CoordQUICK& origin, DirQUICK& dir, DirQUICK* normal) {
-    // The closed-form surface code keeps scratch state under the face's lock.
-    face->lock(true);
-    const double distance = face->TestHitDistance(origin, dir, normal, -1.0);
-    face->unlock();
-    return distance;
+    FaceHold hold(face);
+    return face->TestHitDistance(origin, dir, normal, -1.0);
 }
 
 Interface* Volume::NearestFace(CoordQUICK& origin, DirQUICK& dir, double limit, double& distance,
@@ -193,16 +194,23 @@ Interface* Volume::NearestFace(CoordQUICK& origin, DirQUICK& dir, double limit, 
     return nearest;
 }
 
+// Faces are asked under their locks: a face may build its mesh on the first question.
 bool Volume::GetNormal(CoordQUICK& point, DirQUICK& normal) {
     Interface* nearest = nullptr;
     double best = 0.0;
     for (Interface* face : static_cast<Faces&>(*this)) {
         if (face == nullptr) continue;
+        face->lock(true);
         const double d = std::abs(face->TestHitDistance(point));
+        face->unlock();
         if (nearest == nullptr || d < best) {
             nearest = face;
             best = d;
         }
     }
-    return nearest != nullptr && nearest->GetNormal(point, normal);
+    if (nearest == nullptr) return false;
+    nearest->lock(true);
+    const bool found = nearest->GetNormal(point, normal);
+    nearest->unlock();
+    return found;
 }

@@ -4,6 +4,7 @@
 
 #include "logging/Log.h"
 #include "propagation/DiffractSource.h"
+#include "propagation/FaceHold.h"
 #include "propagation/Interface.h"
 #include "propagation/RayFaceMiss.h"
 #include "radiation/BeamQUICK.h"
@@ -134,9 +135,8 @@ bool BeamQUICK::TransmitToInterfaces(std::vector<Interface*>* list) {
             Ray* ray = entry.second;
             misses.clear();
             for (Interface* face : diffracting) {
-                face->lock(true);
+                FaceHold hold(face);
                 face->TestRayMiss(ray, misses, STEP);
-                face->unlock();
             }
             MissCluster cluster(ray->dir);
             for (RayFaceMiss* miss : misses) cluster.Offer(miss, kept);

@@ -92,8 +92,8 @@ std::vector<std::pair<int, Interface*>> FacesById(const std::vector<Interface*>&
 }
 
 Interface* FindFace(const std::vector<std::pair<int, Interface*>>& byId, int id) {
-    auto found =
-        std::lower_bound(byId.begin(), byId.end(), std::make_pair(id, (Interface*)nullptr));
+    auto found = std::lower_bound(byId.begin(), byId.end(), id,
+                                  [](const auto& entry, int key) { return entry.first < key; });
     return found != byId.end() && found->first == id ? found->second : nullptr;
 }
 

@@ -72,23 +72,6 @@ TEST(TraceRays, NearestFaceReceivesAndOuterLimitComesLast) {
     // A ray that meets nothing keeps its length and is received nowhere.
     EXPECT_EQ(west->endInterfaceId, -1);
     EXPECT_DOUBLE_EQ(west->GetLength(), 10.0);
-
-    // Alone, the boundary does stop rays, and a real face before it still comes first.
-    WallScene bounded;
-    Interface* boundary = CrossWall(bounded, 8.0);
-    boundary->SetName("outerLimit");
-    Interface* wall = CrossWall(bounded, 4.0);
-    BeamQUICK* rays = bounded.AddBeam();
-    Ray* stopped = WallScene::AddRay(rays, SOURCE, EAST, 20.0);
-    Ray* passing = WallScene::AddRay(rays, CoordQUICK(0.0, 3.0, 1.5), EAST, 20.0);
-    std::vector<Interface*> onlyBoundary{boundary};
-    Trace(rays, onlyBoundary);
-    EXPECT_DOUBLE_EQ(stopped->GetLength(), 8.0);
-    WallScene::ResetRays(rays, 20.0);
-    Trace(rays, bounded.walls);
-    EXPECT_DOUBLE_EQ(stopped->GetLength(), 4.0);
-    EXPECT_EQ(stopped->endInterfaceId, wall->GetSimObjectID());
-    EXPECT_EQ(passing->endInterfaceId, -1);
 }
 
 TEST(TraceRays, TransmitToOwnOrGivenInterfaces) {
@@ -147,14 +130,7 @@ TEST(TraceRays, EdgeEventsOnePerRayNearDuplicatesMerged) {
 }
 
 TEST(TraceRays, NoEdgeSearchWhereDiffractionIsOff) {
-    // The same rays past an edge that does not diffract make no event.
-    EdgeScene off(PV_DIFFRACT_OFF);
-    off.PassAt(1.3, 1.5);
-    off.beam->TransmitToInterfaces(&off.scene.walls);
-    EXPECT_TRUE(off.wall->GetDiffractSources().empty());
-
-    // A wall of one point has no mesh, so an edge search on it reports itself; with
-    // diffraction off on every face there is none.
+    // A wall of one point has no mesh, so an edge search on it reports itself.
     WallScene scene;
     Interface* bare = CrossWall(scene, 5.0);
     bare->ClearBarrierPoints();
@@ -169,4 +145,31 @@ TEST(TraceRays, NoEdgeSearchWhereDiffractionIsOff) {
     testing::internal::CaptureStdout();
     beam->TransmitToInterfaces(&scene.walls);
     EXPECT_NE(testing::internal::GetCapturedStdout().find("TestRayMiss"), std::string::npos);
+}
+
+TEST(TraceRays, FaceAndRangeTakesTheSineOfDegrees) {
+    WallScene scene;
+    Interface* wall = CrossWall(scene, 10.0);
+    BeamQUICK* beam = scene.AddBeam();
+    beamRange range;
+    range.centre = SOURCE;
+    range.radius = 1.0;
+    range.axis.SetValues(0.0, 1.0, 0.0);
+    range.halfAngle = 89.0;
+    EXPECT_TRUE(beam->TestFaceAndRange(wall, range));  // no mesh yet: anywhere
+
+    // Built, the wall's sphere lies 10 away, square to the axis, sqrt(13) in radius.
+    wall->lock(true);
+    wall->CheckForExactPointSet();
+    wall->unlock();
+    const double square = std::acos(0.0) * 57.30210423832149;
+    // 10 sin(1.0054...) taken as radians is 8.4, outside; 10 sin(80.0054...) is negative.
+    EXPECT_FALSE(beam->TestFaceAndRange(wall, range));
+    range.halfAngle = 10.0;
+    EXPECT_LT(std::sin(square - 10.0) * 10.0, 1.0);
+    EXPECT_TRUE(beam->TestFaceAndRange(wall, range));
+    // Spheres that overlap (10 < sqrt(13) + 6.5) pass at once.
+    range.halfAngle = 89.0;
+    range.radius = 6.5;
+    EXPECT_TRUE(beam->TestFaceAndRange(wall, range));
 }

@@ -31,7 +31,7 @@ Interface* WallScene::AddWall(const CoordQUICK& from, const CoordQUICK& to, doub
     return wall;
 }
 
-void WallScene::AddRandomWalls(int count, double extent, unsigned seed) {
+void WallScene::AddRandomWalls(int count, double extent, unsigned seed, eParamValue diffractModel) {
     std::mt19937 generator(seed);
     std::uniform_real_distribution<double> place(-extent / 2.0, extent / 2.0);
     std::uniform_real_distribution<double> turn(0.0, 2.0 * M_PI);
@@ -39,7 +39,8 @@ void WallScene::AddRandomWalls(int count, double extent, unsigned seed) {
         const double x = place(generator), y = place(generator), angle = turn(generator);
         if (std::hypot(x, y) < 2.0) continue;
         const double dx = std::cos(angle), dy = std::sin(angle);
-        AddWall(CoordQUICK(x - dx, y - dy, 0.0), CoordQUICK(x + dx, y + dy, 0.0), 0.0, 3.0);
+        AddWall(CoordQUICK(x - dx, y - dy, 0.0), CoordQUICK(x + dx, y + dy, 0.0), 0.0, 3.0,
+                diffractModel);
     }
 }
 

@@ -24,7 +24,8 @@ public:
                        eParamValue diffractModel = PV_DIFFRACT_OFF);
     // count walls 2 long, 3 high, placed and turned at random within a square of side
     // extent around the origin, clear of the origin itself.
-    void AddRandomWalls(int count, double extent, unsigned seed);
+    void AddRandomWalls(int count, double extent, unsigned seed,
+                        eParamValue diffractModel = PV_DIFFRACT_OFF);
     BeamQUICK* AddBeam();
     // A ray of the beam with the next free id.
     static Ray* AddRay(BeamQUICK* beam, const CoordQUICK& origin, const VectorQUICK& direction,
