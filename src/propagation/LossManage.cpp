@@ -86,7 +86,7 @@ bool LossManage::AddFaceTransmitLoss(double permittivity1, double permittivity2,
     Loss face;
     face.value[0] = 2.0 * n1 * std::cos(i) / (n1 * std::cos(i) + n2 * std::cos(t));
     face.value[1] = 2.0 * n1 * std::cos(i) / (n2 * std::cos(i) + n1 * std::cos(t));
-    // 10 log10 of the amplitude factor, as the transmit loss has always been charged.
+    // 10 log10 of the amplitude factor, not of its square: the loss is charged as an amplitude.
     face.ToDB();
     loss += face;
     return true;
