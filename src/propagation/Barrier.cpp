@@ -1,6 +1,7 @@
 #include "propagation/Barrier.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "control/OpticElement.h"
 #include "geometry/Coordinates.h"
@@ -55,12 +56,31 @@ bool Barrier::BuildVertical(OpticElement* element) {
     return true;
 }
 
-void Barrier::MakeWallVolume(OpticElement* element) {
-    MakeVolume(element)->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
+void Barrier::MakeWallVolume(OpticElement* element, const sBox& box) {
+    Volume* volume = MakeVolume(element);
+    volume->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
+    PlaceBox(volume, box);
+}
+
+Structure::sBox Barrier::SegmentBox(int i, double base, double top) {
+    CoordQUICK from;
+    CoordQUICK to;
+    from.Copy(*points[i - 1]);
+    to.Copy(*points[i]);
+    const double dx = to.data[0] - from.data[0];
+    const double dy = to.data[1] - from.data[1];
+    const double length = std::hypot(dx, dy);
+    // A segment of no length gives a box of no length, which holds no point.
+    const DirQUICK along = length > 0.0 ? DirQUICK(dx, dy, 0.0) : DirQUICK(1.0, 0.0, 0.0);
+    // The faces rise from each end point by base and top.
+    const CoordQUICK centre((from.data[0] + to.data[0]) / 2.0, (from.data[1] + to.data[1]) / 2.0,
+                            (from.data[2] + to.data[2] + base + top) / 2.0);
+    // Along the segment, then up; the third axis runs across the wall.
+    return {centre, along, DirQUICK(0.0, 0.0, 1.0), length, top - base, thickness};
 }
 
 void Barrier::BuildThickSegment(OpticElement* element, int i, double base, double top) {
-    MakeWallVolume(element);
+    MakeWallVolume(element, SegmentBox(i, base, top));
     const sStrip faces[] = {
         {"barrierSide", PV_TYPE_POINTPOINTWIDTHHEIGHT, base, top, thickness},
         {"barrierBottom", PV_TYPE_POINTPOINTWIDTH, base, base, thickness},
@@ -89,7 +109,7 @@ bool Barrier::BuildHorizontal(OpticElement* element) {
         FinishFace(floorFace);
         return true;
     }
-    MakeWallVolume(element);
+    MakeVolume(element)->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
     Interface* floorBase = MakeOutlineFace(element, "floorBase", barrierHeight, square);
     // The top lies thickness away from the level, on the far side from the ground.
     const double topLevel = height + (height < 0.0 ? -thickness : thickness);
