@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "control/OpticElement.h"
 #include "geometry/Coordinates.h"
@@ -109,10 +110,10 @@ bool Barrier::BuildHorizontal(OpticElement* element) {
         FinishFace(floorFace);
         return true;
     }
-    MakeVolume(element)->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
-    Interface* floorBase = MakeOutlineFace(element, "floorBase", barrierHeight, square);
     // The top lies thickness away from the level, on the far side from the ground.
     const double topLevel = height + (height < 0.0 ? -thickness : thickness);
+    MakeWallVolume(element, FloorBox(square, height, topLevel));
+    Interface* floorBase = MakeOutlineFace(element, "floorBase", barrierHeight, square);
     Interface* floorTop = MakeOutlineFace(element, "floorTop", topLevel, square);
     // A ray through the floor crosses base and top: each charges half the loss.
     for (Interface* outline : {floorBase, floorTop}) {
@@ -121,6 +122,28 @@ bool Barrier::BuildHorizontal(OpticElement* element) {
     }
     MakeGuidedSide(element, "floorRound", thickness, floorBase, floorTop);
     return true;
+}
+
+Structure::sBox Barrier::FloorBox(const sSquare& square, double level, double topLevel) {
+    const double half = square.size / 2.0;
+    double xMin = square.x - half;
+    double xMax = square.x + half;
+    double yMin = square.y - half;
+    double yMax = square.y + half;
+    if (!points.empty()) {
+        xMin = yMin = std::numeric_limits<double>::infinity();
+        xMax = yMax = -std::numeric_limits<double>::infinity();
+    }
+    for (Coordinates* point : points) {
+        xMin = std::min(xMin, point->Get(0));
+        xMax = std::max(xMax, point->Get(0));
+        yMin = std::min(yMin, point->Get(1));
+        yMax = std::max(yMax, point->Get(1));
+    }
+    const CoordQUICK centre((xMin + xMax) / 2.0, (yMin + yMax) / 2.0, (level + topLevel) / 2.0);
+    // Along x, then y; the third axis is the vertical, across the floor.
+    return {centre,      DirQUICK(1.0, 0.0, 0.0),   DirQUICK(0.0, 1.0, 0.0), xMax - xMin,
+            yMax - yMin, std::abs(topLevel - level)};
 }
 
 Structure::sSquare Barrier::LimitsSquare() {

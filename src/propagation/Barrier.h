@@ -43,6 +43,9 @@ private:
     // The slab of segment i: along the segment, from base to top above it, and thickness
     // across it, centred on the segment line as the faces are.
     sBox SegmentBox(int i, double base, double top);
+    // The slab of a floor between the two levels over its outline's bounding rectangle: the
+    // square without points, else the rectangle that holds every point.
+    sBox FloorBox(const sSquare& square, double level, double topLevel);
     // The square spanned by xMin, xMax, yMin and yMax; the larger span is its side.
     sSquare LimitsSquare();
 

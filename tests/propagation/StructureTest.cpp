@@ -311,6 +311,25 @@ TEST_F(StructureBuild, ThickVolumesHoldJustTheirSlab) {
     EXPECT_EQ(Held(volumes[volumes.size() - 2], probes),
               (std::vector<bool>{true, true, false, false}));
     EXPECT_EQ(Held(volumes.back(), probes), (std::vector<bool>{true, false, true, false}));
+
+    // A floor of the polygon kind holds the slab from its level up by the thickness over the
+    // outline's bounding rectangle; a floor without points over its square.
+    Barrier* slab = Add<Barrier>({{0, 0}, {3, 0}, {3, 2}, {0, 2}}, 0.3, PV_ORIENT_HORIZONTAL);
+    ASSERT_TRUE(slab->QuickSetToChildren(true));
+    EXPECT_EQ(Held(slab, {{1, 1, 0.6},
+                          {2.9, 1.9, 0.79},
+                          {1, 1, 0.4},
+                          {1, 1, 0.9},
+                          {3.1, 1, 0.6},
+                          {1, 2.1, 0.6}}),
+              (std::vector<bool>{true, true, false, false, false, false}));
+    Barrier* square = Add<Barrier>({}, 0.3, PV_ORIENT_HORIZONTAL);
+    square->SetParameterValue(PN_XMIN, -2.0);
+    square->SetParameterValue(PN_XMAX, 4.0);
+    square->SetParameterValue(PN_BARBSE, -1.0);
+    ASSERT_TRUE(square->QuickSetToChildren(true));
+    EXPECT_EQ(Held(square, {{3.9, 2.9, -1.1}, {3.9, -2.9, -1.29}, {1, 3.1, -1.1}, {1, 0, -0.9}}),
+              (std::vector<bool>{true, true, false, false}));
 }
 
 TEST_F(StructureBuild, ThickVolumesMoveAndTurnWithTheirElement) {
