@@ -1,6 +1,8 @@
 #include "propagation/Barrier.h"
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "control/OpticElement.h"
 #include "geometry/Coordinates.h"
@@ -55,12 +57,31 @@ bool Barrier::BuildVertical(OpticElement* element) {
     return true;
 }
 
-void Barrier::MakeWallVolume(OpticElement* element) {
-    MakeVolume(element)->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
+void Barrier::MakeWallVolume(OpticElement* element, const sBox& box) {
+    Volume* volume = MakeVolume(element);
+    volume->SetParameterValue(PN_OBJSHAP, PV_SHAPE_WALL);
+    PlaceBox(volume, box);
+}
+
+Structure::sBox Barrier::SegmentBox(int i, double base, double top) {
+    CoordQUICK from;
+    CoordQUICK to;
+    from.Copy(*points[i - 1]);
+    to.Copy(*points[i]);
+    const double dx = to.data[0] - from.data[0];
+    const double dy = to.data[1] - from.data[1];
+    const double length = std::hypot(dx, dy);
+    // A segment of no length gives a box of no length, which holds no point.
+    const DirQUICK along = length > 0.0 ? DirQUICK(dx, dy, 0.0) : DirQUICK(1.0, 0.0, 0.0);
+    // The faces rise from each end point by base and top.
+    const CoordQUICK centre((from.data[0] + to.data[0]) / 2.0, (from.data[1] + to.data[1]) / 2.0,
+                            (from.data[2] + to.data[2] + base + top) / 2.0);
+    // Along the segment, then up; the third axis runs across the wall.
+    return {centre, along, DirQUICK(0.0, 0.0, 1.0), length, top - base, thickness};
 }
 
 void Barrier::BuildThickSegment(OpticElement* element, int i, double base, double top) {
-    MakeWallVolume(element);
+    MakeWallVolume(element, SegmentBox(i, base, top));
     const sStrip faces[] = {
         {"barrierSide", PV_TYPE_POINTPOINTWIDTHHEIGHT, base, top, thickness},
         {"barrierBottom", PV_TYPE_POINTPOINTWIDTH, base, base, thickness},
@@ -89,10 +110,10 @@ bool Barrier::BuildHorizontal(OpticElement* element) {
         FinishFace(floorFace);
         return true;
     }
-    MakeWallVolume(element);
-    Interface* floorBase = MakeOutlineFace(element, "floorBase", barrierHeight, square);
     // The top lies thickness away from the level, on the far side from the ground.
     const double topLevel = height + (height < 0.0 ? -thickness : thickness);
+    MakeWallVolume(element, FloorBox(square, height, topLevel));
+    Interface* floorBase = MakeOutlineFace(element, "floorBase", barrierHeight, square);
     Interface* floorTop = MakeOutlineFace(element, "floorTop", topLevel, square);
     // A ray through the floor crosses base and top: each charges half the loss.
     for (Interface* outline : {floorBase, floorTop}) {
@@ -101,6 +122,28 @@ bool Barrier::BuildHorizontal(OpticElement* element) {
     }
     MakeGuidedSide(element, "floorRound", thickness, floorBase, floorTop);
     return true;
+}
+
+Structure::sBox Barrier::FloorBox(const sSquare& square, double level, double topLevel) {
+    const double half = square.size / 2.0;
+    double xMin = square.x - half;
+    double xMax = square.x + half;
+    double yMin = square.y - half;
+    double yMax = square.y + half;
+    if (!points.empty()) {
+        xMin = yMin = std::numeric_limits<double>::infinity();
+        xMax = yMax = -std::numeric_limits<double>::infinity();
+    }
+    for (Coordinates* point : points) {
+        xMin = std::min(xMin, point->Get(0));
+        xMax = std::max(xMax, point->Get(0));
+        yMin = std::min(yMin, point->Get(1));
+        yMax = std::max(yMax, point->Get(1));
+    }
+    const CoordQUICK centre((xMin + xMax) / 2.0, (yMin + yMax) / 2.0, (level + topLevel) / 2.0);
+    // Along x, then y; the third axis is the vertical, across the floor.
+    return {centre,      DirQUICK(1.0, 0.0, 0.0),   DirQUICK(0.0, 1.0, 0.0), xMax - xMin,
+            yMax - yMin, std::abs(topLevel - level)};
 }
 
 Structure::sSquare Barrier::LimitsSquare() {

@@ -36,10 +36,16 @@ private:
     // lossModel.
     Interface* MakeSegmentFace(OpticElement* element, const sStrip& strip, int i,
                                eParamValue lossModel);
-    // A new volume of the shape of the box around a thick wall.
-    void MakeWallVolume(OpticElement* element);
+    // A new volume of the shape of the box around a thick wall, sized and placed as the box.
+    void MakeWallVolume(OpticElement* element, const sBox& box);
     // The side, bottom and top of segment i around a new volume.
     void BuildThickSegment(OpticElement* element, int i, double base, double top);
+    // The slab of segment i: along the segment, from base to top above it, and thickness
+    // across it, centred on the segment line as the faces are.
+    sBox SegmentBox(int i, double base, double top);
+    // The slab of a floor between the two levels over its outline's bounding rectangle: the
+    // square without points, else the rectangle that holds every point.
+    sBox FloorBox(const sSquare& square, double level, double topLevel);
     // The square spanned by xMin, xMax, yMin and yMax; the larger span is its side.
     sSquare LimitsSquare();
 

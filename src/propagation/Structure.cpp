@@ -5,7 +5,10 @@
 #include "control/OpticElement.h"
 #include "geometry/Aperture.h"
 #include "geometry/Coordinates.h"
+#include "geometry/Direction.h"
 #include "geometry/Function.h"
+#include "geometry/Layout.h"
+#include "geometry/Transformation.h"
 #include "logging/Log.h"
 #include "propagation/FreqResponse.h"
 #include "propagation/Interface.h"
@@ -27,6 +30,14 @@ void AddNamedPoint(SimObject& owner, double x, double y, double z, const char* n
     point->Initialize();
     owner.AddChild(point);
     point->SetName(name);
+}
+
+// A direction of the element's frame turned as the element's transformation turns the
+// volume's centre; unchanged when the element has none.
+DirQUICK InScene(Volume* volume, const DirQUICK& local) {
+    Direction moved(local);
+    if (Transformation* upper = volume->GetUpperTransformation()) upper->Transform(moved);
+    return DirQUICK(moved.Get(0), moved.Get(1), moved.Get(2));
 }
 
 eParamValue AsValue(bool flag) { return flag ? PV_TRUE : PV_FALSE; }
@@ -258,6 +269,23 @@ Volume* Structure::MakeVolume(OpticElement* element) {
     volumeId = volume->GetSimObjectID();
     volumeIds.push_back(volumeId);
     return volume;
+}
+
+// The wall shape measures length along the main axis, apertureSizeInner + size along the
+// second and apertureSizeInner along the third. So the box's length goes to length, its
+// thickness to apertureSizeInner and what its span exceeds the thickness by to size. The
+// volume's centre is zeroed and moved by the volume's transformation whenever it is read
+// again, so the box's centre becomes the translation of the volume's own layout, on top of
+// which the element's transformation applies.
+void Structure::PlaceBox(Volume* volume, const sBox& box) {
+    volume->SetParameterValue(PN_LEN, box.length);
+    volume->SetParameterValue(PN_APSIZEIN, box.thickness);
+    volume->SetParameterValue(PN_SIZ, box.span - box.thickness);
+    volume->InitLayout();
+    Coordinates centre(box.centre.data[0], box.centre.data[1], box.centre.data[2]);
+    volume->GetLayout()->setToCentre(centre);
+    volume->UpdateSize();
+    volume->SetAxes(InScene(volume, box.along), InScene(volume, box.second));
 }
 
 void Structure::FinishFace(Interface* face) {

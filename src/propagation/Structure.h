@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "framework/Component.h"
+#include "geometry/CoordQUICK.h"
+#include "geometry/DirQUICK.h"
 #include "propagation/FreqResponseArray.h"
 
 class CElement;
@@ -87,6 +89,17 @@ protected:
         double width;
     };
 
+    // A box in the element's frame: its centre, its main axis and second axis, and its
+    // extents along those and along the third axis (main cross second), its thickness.
+    struct sBox {
+        CoordQUICK centre;
+        DirQUICK along;
+        DirQUICK second;
+        double length;
+        double span;
+        double thickness;
+    };
+
     // Sets the structure up for the rebuild that ends a load; nothing by default.
     virtual void PrepareReload();
     // The parent as an OpticElement; without one, logs at level 1 and gives null.
@@ -112,6 +125,9 @@ protected:
     // A new volume "barrierVol" with this structure's medium and loss entries, not saved.
     // It becomes the structure's volume, which later faces join.
     Volume* MakeVolume(OpticElement* element);
+    // Sizes and places a volume of the wall shape so that it holds just the box, carried
+    // along with the element's own transformation.
+    static void PlaceBox(Volume* volume, const sBox& box);
     // Lets the face build its children and take its place. A surface kind gets its shape
     // and aperture first, the aperture the vertical "Axis" along which it projects, and a
     // strip or polygon its points as the aperture's outline.

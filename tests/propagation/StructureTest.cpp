@@ -6,6 +6,9 @@
 #include "control/OpticElement.h"
 #include "documents/CElement.h"
 #include "geometry/Coordinates.h"
+#include "geometry/Direction.h"
+#include "geometry/Layout.h"
+#include "geometry/Rotation.h"
 #include "propagation/Barrier.h"
 #include "propagation/CityPart.h"
 #include "propagation/FreqResponse.h"
@@ -32,6 +35,19 @@ double Hit(Interface* face, double x, double y, double z, double dx, double dy, 
     Ray ray;
     ray.Set(CoordQUICK(x, y, z), VectorQUICK(dx, dy, dz), 100.0);
     return face->TestRayHit(&ray, -1.0);
+}
+
+// Which of the points the volume holds.
+std::vector<bool> Held(Volume* volume, const std::vector<CoordQUICK>& points) {
+    EXPECT_NE(volume, nullptr);
+    std::vector<bool> held;
+    for (const CoordQUICK& point : points) held.push_back(volume && volume->Contains(point));
+    return held;
+}
+
+// Which of the points the structure's latest volume holds.
+std::vector<bool> Held(Structure* structure, const std::vector<CoordQUICK>& points) {
+    return Held(Volume::GetVolumeFromId(structure->GetVolumeId()), points);
 }
 
 bool Joins(Interface* face, int volumeId) {
@@ -259,6 +275,78 @@ TEST_F(StructureBuild, BuiltFacesStopRaysWhereTheStructureStands) {
     ASSERT_TRUE(slab->QuickSetToChildren(true));
     EXPECT_NEAR(Hit(Face("floorTop"), 1, 2, 5, 0, 0, -1), 4.2, 1e-9);
     EXPECT_NEAR(Hit(Face("floorRound"), -3, 1.5, 0.65, 1, 0, 0), 3.0, 1e-9);
+}
+
+TEST_F(StructureBuild, ThickVolumesHoldJustTheirSlab) {
+    // A wall along x from 0 to 4, 0.2 thick, from the ground up to 2.5.
+    Barrier* wall = Add<Barrier>({{0, 0}, {4, 0}}, 0.2);
+    wall->SetParameterValue(PN_BARBSE, 0.0);
+    wall->SetParameterValue(PN_BARHGT, 2.5);
+    ASSERT_TRUE(wall->QuickSetToChildren(true));
+    const std::vector<CoordQUICK> inside = {{2, 0, 1}, {0.01, 0.09, 0.01}, {3.99, -0.09, 2.49}};
+    EXPECT_EQ(Held(wall, inside), std::vector<bool>(3, true));
+    // Beyond each face, below, above, past each end; then exactly on each side face and end.
+    const std::vector<CoordQUICK> outside = {{2, 0.11, 1}, {2, -0.11, 1}, {2, 0, -0.01},
+                                             {2, 0, 2.51}, {-0.01, 0, 1}, {4.01, 0, 1},
+                                             {2, 0.1, 1},  {2, -0.1, 1},  {4, 0, 1}};
+    EXPECT_EQ(Held(wall, outside), std::vector<bool>(outside.size(), false));
+
+    // Moved to run along y from (1, 1) to (1, 5) and raised by 1, the slab follows.
+    std::vector<Coordinates*> path = wall->GetPoints();
+    path[0]->SetValues(1.0, 1.0, 0.0);
+    path[1]->SetValues(1.0, 5.0, 0.0);
+    wall->SetParameterValue(PN_BARBSE, 1.0);
+    ASSERT_TRUE(wall->QuickSetToChildren(true));
+    EXPECT_EQ(VolumeCount(), 2u);  // the old one went
+    EXPECT_EQ(Held(wall, {{1.05, 4.9, 3.4}, {2, 0, 1}, {1.15, 3, 2}, {1, 3, 0.9}, {1, 5.1, 2}}),
+              (std::vector<bool>{true, false, false, false, false}));
+
+    // Each segment has its own box, ending at its points: the inner corner of an L belongs
+    // to both, the outer notch to neither.
+    Barrier* corner = Add<Barrier>({{10, 0}, {14, 0}, {14, 3}}, 0.2);
+    ASSERT_TRUE(corner->QuickSetToChildren(true));
+    OpticElement::Volumes& volumes = *element;
+    const std::vector<CoordQUICK> probes = {
+        {13.95, 0.05, 1}, {12, 0, 1}, {14.05, 2, 1}, {14.05, -0.05, 1}};
+    EXPECT_EQ(Held(volumes[volumes.size() - 2], probes),
+              (std::vector<bool>{true, true, false, false}));
+    EXPECT_EQ(Held(volumes.back(), probes), (std::vector<bool>{true, false, true, false}));
+
+    // A floor of the polygon kind holds the slab from its level up by the thickness over the
+    // outline's bounding rectangle; a floor without points over its square.
+    Barrier* slab = Add<Barrier>({{0, 0}, {3, 0}, {3, 2}, {0, 2}}, 0.3, PV_ORIENT_HORIZONTAL);
+    ASSERT_TRUE(slab->QuickSetToChildren(true));
+    EXPECT_EQ(Held(slab, {{1, 1, 0.6},
+                          {2.9, 1.9, 0.79},
+                          {1, 1, 0.4},
+                          {1, 1, 0.9},
+                          {3.1, 1, 0.6},
+                          {1, 2.1, 0.6}}),
+              (std::vector<bool>{true, true, false, false, false, false}));
+    Barrier* square = Add<Barrier>({}, 0.3, PV_ORIENT_HORIZONTAL);
+    square->SetParameterValue(PN_XMIN, -2.0);
+    square->SetParameterValue(PN_XMAX, 4.0);
+    square->SetParameterValue(PN_BARBSE, -1.0);
+    ASSERT_TRUE(square->QuickSetToChildren(true));
+    EXPECT_EQ(Held(square, {{3.9, 2.9, -1.1}, {3.9, -2.9, -1.29}, {1, 3.1, -1.1}, {1, 0, -0.9}}),
+              (std::vector<bool>{true, true, false, false}));
+}
+
+TEST_F(StructureBuild, ThickVolumesMoveAndTurnWithTheirElement) {
+    // The element turns its contents a quarter round z, then moves them by (0, 0, 10): the
+    // wall along x from 0 to 4 stands along y from (0, 0) to (0, 4).
+    element->InitLayout();
+    Coordinates origin(0.0, 0.0, 0.0);
+    Direction up(0.0, 0.0, 1.0);
+    element->GetLayout()->InitRotation(&origin, &up);
+    element->GetLayout()->GetRotation()->SetStartAngle(90.0);
+    Coordinates raise(0.0, 0.0, 10.0);
+    element->GetLayout()->setToCentre(raise);
+    Barrier* wall = Add<Barrier>({{0, 0}, {4, 0}}, 0.2);
+    ASSERT_TRUE(wall->QuickSetToChildren(true));
+    EXPECT_EQ(
+        Held(wall, {{0.05, 3.9, 11}, {-0.05, 0.1, 12.4}, {2, 0, 11}, {0, 2, 1}, {0.15, 2, 11}}),
+        (std::vector<bool>{true, true, false, false, false}));
 }
 
 TEST_F(StructureBuild, PassToInterfaceHandsOverParametersFlagsAndLosses) {
