@@ -59,7 +59,9 @@ void processorHandleMessage(ClientServerMessage& msg) {
 
 LibClient::LibClient() { AddReceiveMesageCallback(processorHandleMessage); }
 
-LibClient::~LibClient() {
+LibClient::~LibClient() { EndConnection(); }
+
+void LibClient::EndConnection() {
     listenerRunning = false;
     ShutdownSocket();
     if (listenerStarted && !OnListenerThread()) {

@@ -35,7 +35,7 @@ void processorHandleMessage(ClientServerMessage& msg);
 // shuts the socket down and marks the client unconnected, and the socket is closed by the
 // next Disconnect, connect or the destructor on the user's side.
 class LibClient : public LibProcessor {
-  public:
+public:
     LibClient();
     ~LibClient() override;
 
@@ -75,13 +75,17 @@ class LibClient : public LibProcessor {
     // The listener's body: reads and processes until disconnected or stopped.
     void CheckConn();
 
-  protected:
+protected:
     // Connects to `address` (network byte order) at `port` and starts the listener.
     bool ConnectSocket(in_addr_t address, int port);
+    // Ends the listener, waiting for it, and closes the socket. The listener makes virtual
+    // calls on this object, so every derived client calls this first in its destructor:
+    // the listener is gone before any part of the object is destroyed.
+    void EndConnection();
 
     std::atomic<int> clientSocket{-1};
 
-  private:
+private:
     static void* ListenerEntry(void* client);
     bool OnListenerThread() const;
     bool Send(ClientServerMessage& msg);

@@ -42,6 +42,8 @@ bool IsNumber(const std::string& text) {
 
 LibClientLocal::LibClientLocal() { NexoBase::GetLocalAddress(serverDirectory); }
 
+LibClientLocal::~LibClientLocal() { EndConnection(); }
+
 void LibClientLocal::SetCommandStrings(const std::string& pre, const std::string& post) {
     commandPre = pre;
     commandPost = post;

@@ -10,8 +10,9 @@
 // A client of a server on this machine, which it can start, connect to and stop. A server
 // that this client started is known and stopped by its process id, never by its name.
 class LibClientLocal : public LibClient {
-  public:
+public:
     LibClientLocal();
+    ~LibClientLocal() override;
 
     // Text placed before and after the server's command line.
     void SetCommandStrings(const std::string& pre, const std::string& post);
@@ -49,7 +50,7 @@ class LibClientLocal : public LibClient {
     bool SetServerParallel(bool parallel);
     bool UpdateOnline();
 
-  private:
+private:
     // Polls IsServerProcessRunning until it answers `running` or `milliseconds` passed.
     bool WaitForServerState(bool running, int milliseconds);
     bool IsStartedServerRunning();

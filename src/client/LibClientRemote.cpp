@@ -6,6 +6,8 @@
 
 #include "logging/Log.h"
 
+LibClientRemote::~LibClientRemote() { EndConnection(); }
+
 bool LibClientRemote::ConnectToServer(const char* host, int port) {
     in_addr_t address = INADDR_NONE;
     if (!ResolveHost(host, address)) return false;

@@ -185,9 +185,9 @@ std::vector<Interface*> Interface::GetInterfaceList() {
 }
 
 bool Interface::Empty() {
+    exactChecked = false;
     DeleteMesh();
     hasExactMesh = false;
-    exactChecked = false;
     needsMesh = true;
     boundRadius = -1.0;
     barrierPoints.clear();
@@ -499,7 +499,11 @@ bool Interface::Contains(CoordQUICK& point) {
     return IsType(PV_TYPE_CLOSEDSURFACE) && TestHitDistance(point) < 0.0;
 }
 
-bool Interface::hasCentreAndSize() { return exactChecked && boundRadius > 0.0; }
+// The sphere is written before exactChecked is set with release order: a thread that reads
+// the flag true with acquire order reads the finished sphere, without the lock.
+bool Interface::hasCentreAndSize() {
+    return exactChecked.load(std::memory_order_acquire) && boundRadius > 0.0;
+}
 
 bool Interface::getCentreAndSize(CoordQUICK& outCentre, double& outSize) {
     if (!hasCentreAndSize()) return false;
@@ -510,16 +514,23 @@ bool Interface::getCentreAndSize(CoordQUICK& outCentre, double& outSize) {
 
 bool Interface::TestRayCentreSize(Ray* ray) {
     if (ray == nullptr) return false;
-    if (!hasCentreAndSize()) return true;
-    const CoordQUICK toCentre = Minus(centre, ray->origin);
+    CoordQUICK sphereCentre;
+    double radius = 0.0;
+    if (!getCentreAndSize(sphereCentre, radius)) return true;
+    return RayReachesSphere(ray, sphereCentre, radius);
+}
+
+bool Interface::RayReachesSphere(Ray* ray, const CoordQUICK& sphereCentre, double radius) {
+    if (ray == nullptr) return false;
+    const CoordQUICK toCentre = Minus(sphereCentre, ray->origin);
     const double squared = toCentre.Dot(toCentre);
-    const double radiusSquared = boundRadius * boundRadius;
+    const double radiusSquared = radius * radius;
     if (squared < radiusSquared) return true;
     const double along = toCentre.Dot(ray->dir);
     if (along < 0.0) return false;
     // A ray that has hit nothing yet takes hits beyond its length, so only a held hit
     // limits the reach.
-    if (ray->endInterfaceId != -1 && along - boundRadius > ray->GetLength()) return false;
+    if (ray->endInterfaceId != -1 && along - radius > ray->GetLength()) return false;
     return squared - along * along <= radiusSquared;
 }
 
@@ -656,7 +667,7 @@ bool Interface::CheckForExactPointSet() {
         needsMesh = false;
     }
     ComputeBoundingSphere();
-    exactChecked = true;
+    exactChecked.store(true, std::memory_order_release);
     return built;
 }
 
@@ -916,15 +927,14 @@ void Interface::DeleteMesh() {
 }
 
 void Interface::ResetMesh() {
+    exactChecked = false;
     DeleteMesh();
     hasExactMesh = false;
     boundRadius = -1.0;
     needsMesh = true;
-    exactChecked = false;
 }
 
 void Interface::ComputeBoundingSphere() {
-    boundRadius = -1.0;
     CoordQUICK low;
     CoordQUICK high;
     int spheres = 0;
@@ -941,7 +951,10 @@ void Interface::ComputeBoundingSphere() {
         single = group->radius;
         ++spheres;
     }
-    if (spheres == 0) return;
+    if (spheres == 0) {
+        boundRadius = -1.0;
+        return;
+    }
     centre = CoordQUICK((low.data[0] + high.data[0]) / 2.0, (low.data[1] + high.data[1]) / 2.0,
                         (low.data[2] + high.data[2]) / 2.0);
     // Generous on purpose: twice the group's radius, or the whole diagonal of the box around

@@ -93,6 +93,9 @@ public:
     // True when the ray can reach the bounding sphere: it starts inside it, or the sphere
     // lies ahead within the ray's length. True as well when there is no sphere.
     bool TestRayCentreSize(Ray* ray);
+    // The same test against a sphere the caller read once through getCentreAndSize, so a
+    // slice of rays reads the interface's sphere a single time.
+    static bool RayReachesSphere(Ray* ray, const CoordQUICK& sphereCentre, double radius);
     // The bounding sphere; false when there is none.
     bool getCentreAndSize(CoordQUICK& outCentre, double& outSize);
     bool hasCentreAndSize();
@@ -314,8 +317,9 @@ private:
     bool noHits = false;
     FreqResponseArray* response = nullptr;
     bool hasExactMesh = false;
-    // Set last by CheckForExactPointSet, after the mesh and the sphere: a thread that reads
-    // it true without the lock sees both complete.
+    // Set last by CheckForExactPointSet with release order, after the mesh and the sphere:
+    // a thread that reads it true with acquire order, without the lock, sees both complete.
+    // Cleared first by the resets, which run while no ray is traced.
     std::atomic<bool> exactChecked{false};
     bool needsMesh = true;
     std::vector<Volume*> volumes;

@@ -59,14 +59,16 @@ public:
 private:
     // The whole slice, or only the rays that can reach the interface's bounding sphere.
     void TestFace(Interface* face) {
-        if (!face->hasCentreAndSize()) {
+        CoordQUICK sphereCentre;
+        double radius = 0.0;
+        if (!face->getCentreAndSize(sphereCentre, radius)) {
             face->TestRaysHit(task.rays, task.first, task.last);
             return;
         }
         candidates.clear();
         for (int i = task.first; i < task.last; i++) {
             Ray* ray = (*task.rays)[i];
-            if (face->TestRayCentreSize(ray)) candidates.push_back(ray);
+            if (Interface::RayReachesSphere(ray, sphereCentre, radius)) candidates.push_back(ray);
         }
         if (!candidates.empty()) {
             face->TestRaysHit(&candidates, 0, static_cast<int>(candidates.size()));
