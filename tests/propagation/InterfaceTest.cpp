@@ -112,6 +112,18 @@ std::unique_ptr<Volume> MakeVolume() {
 
 }  // namespace
 
+namespace {
+
+// One entry of a loss table, at the rays' 2.4 GHz, holding the named loss in dB.
+void AddLossAt24GHz(FreqResponseArray& table, eParamName name, double dB) {
+    Parameter frequency;
+    frequency.setParName(PN_FREQ);
+    frequency.setValue(2.4e9);
+    table.getResponse(&frequency, true)->SetParameterValue(name, dB, PU_DB);
+}
+
+}  // namespace
+
 TEST(Interface, ClosestHitWinsAndATieKeepsTheFirstFace) {
     auto first = Wall(5.0);
     auto twin = Wall(5.0);
@@ -301,10 +313,7 @@ TEST(Interface, ReflectLossByModel) {
     // that shares the loss with its pair.
     EXPECT_DOUBLE_EQ(face->getReflectPowerLossREL(PV_LOSS_DB, ray, 30.0, 1.0, 4.0), 0.5);
     FreqResponseArray table;
-    Parameter frequency;
-    frequency.setParName(PN_FREQ);
-    frequency.setValue(2.4e9);
-    table.getResponse(&frequency, true)->SetParameterValue(PN_REFLOSS, 6.0, PU_DB);
+    AddLossAt24GHz(table, PN_REFLOSS, 6.0);
     face->SetResponse(&table);
     EXPECT_NEAR(face->getReflectPowerLossREL(PV_LOSS_DB, ray, 30.0, 1.0, 4.0), 0.251188643150958,
                 1e-12);
@@ -329,10 +338,7 @@ TEST(Interface, TransmitLossByModel) {
 
     EXPECT_DOUBLE_EQ(face->getTransmitPowerLossDB(PV_LOSS_DB, ray, 30.0, 1.0, 4.0), 0.0);
     FreqResponseArray table;
-    Parameter frequency;
-    frequency.setParName(PN_FREQ);
-    frequency.setValue(2.4e9);
-    table.getResponse(&frequency, true)->SetParameterValue(PN_TRANSLOSS, 3.0, PU_DB);
+    AddLossAt24GHz(table, PN_TRANSLOSS, 3.0);
     face->SetResponse(&table);
     EXPECT_DOUBLE_EQ(face->getTransmitPowerLossDB(PV_LOSS_DB, ray, 30.0, 1.0, 4.0), -3.0);
     face->SetHalfLoss(true);
