@@ -166,3 +166,16 @@ void LibInterface::ClearResults() {
 }
 
 void LibInterface::ClearStaticSpace() {}
+
+bool LibInterface::FileHasSystem(const std::string&) { return false; }
+bool LibInterface::GetSystemFromFile(std::string&) { return false; }
+bool LibInterface::LoadSystemToEval(SimEvaluation*) { return false; }
+bool LibInterface::TopParamsToElement(e_System_*, OpticElement*) { return false; }
+bool LibInterface::AddBarrierToElement(e_Barrier_*, OpticElement*) { return false; }
+bool LibInterface::AddBuildingToElement(e_Building_*, OpticElement*) { return false; }
+bool LibInterface::AddApToElement(e_AccessPoint_*, OpticElement*) { return false; }
+bool LibInterface::AddSpToElement(e_SamplePoint_*, OpticElement*) { return false; }
+bool LibInterface::CheckSystemContentOK() { return false; }
+OpticElement* LibInterface::GetSystemElement(SimEvaluation*) { return nullptr; }
+void LibInterface::TopCartesianToElement(e_System_*, OpticElement*) {}
+void LibInterface::TopGPSToElement(e_System_*, OpticElement*) {}

@@ -8,6 +8,7 @@
 #include "system/AntennaOption.h"
 #include "system/SystemRecords.h"
 
+class OpticElement;
 class SimEvaluation;
 class System_;
 
@@ -49,8 +50,28 @@ public:
     // Takes the wrapper; a previous wrapper and its record are released.
     bool SetSystem(System_* wrapper);
     e_System_* GetSystem();
+    // True when the file holds a system.
+    bool FileHasSystem(const std::string& file);
+    // Reads the system of the file and makes it the current one; false when there is none.
+    bool GetSystemFromFile(std::string& file);
+    // Raises the stop flag of a run in progress.
     void StopProcessing();
+    // Clears what a previous run left, loads the current system into a new evaluation and
+    // starts it: on a thread of its own when threaded, else before returning. The stages may
+    // spread over workers when parallel. A failed load still starts what was loaded.
     bool BeginUpdate(bool threaded, bool parallel);
+
+    // Fills the evaluation's new system element from the record, step by step; a failed
+    // step stops the later ones.
+    bool LoadSystemToEval(SimEvaluation* eval);
+    // The system-wide parameters of the record on the system element.
+    bool TopParamsToElement(e_System_* record, OpticElement* element);
+    // A wall, a building, an access point or a sample point as a child of the element.
+    bool AddBarrierToElement(e_Barrier_* barrier, OpticElement* element);
+    bool AddBuildingToElement(e_Building_* building, OpticElement* element);
+    bool AddApToElement(e_AccessPoint_* ap, OpticElement* element);
+    // Also stores the id of the test point made in the record's simElementID.
+    bool AddSpToElement(e_SamplePoint_* sp, OpticElement* element);
 
     double UpdateProgress();
     bool UpdateComplete();
@@ -61,8 +82,16 @@ public:
     void ClearResults();
     void ClearStaticSpace();
 
+    // The evaluation of the current run, or null.
+    SimEvaluation* GetEvaluation() const { return evaluation; }
+
 private:
     void releaseSystem();
+    bool CheckSystemContentOK();
+    // The system element that the evaluation makes for the record's kind; null on failure.
+    OpticElement* GetSystemElement(SimEvaluation* eval);
+    void TopCartesianToElement(e_System_* record, OpticElement* element);
+    void TopGPSToElement(e_System_* record, OpticElement* element);
 
     SimEvaluation* evaluation = nullptr;
     System_* system = nullptr;
