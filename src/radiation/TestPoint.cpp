@@ -288,14 +288,18 @@ double TestPoint::LogOrFloor(double value) {
 
 template <typename Visit>
 void TestPoint::ForEachRay(Visit visit) {
+    static const std::string noSource;
     lock(true);
     for (auto& entry : raysByBeam) {
+        // The source is looked up once per beam rather than once per ray.
+        BeamQUICK* beam = GETBEAM(entry.first);
+        const std::string& source = beam == nullptr ? noSource : beam->GetSourceName();
         for (Ray* ray : entry.second) {
             if (ray == nullptr) {
                 std::cerr << "null ray error\n";
                 continue;
             }
-            visit(ray);
+            visit(ray, source);
         }
     }
     unlock();
@@ -306,8 +310,8 @@ bool TestPoint::GetMaxPowerdB(double& out, const std::string& source) {
     const CoordQUICK c = CentreQUICK();
     const bool anySource = source == MAX_RSSI;
     bool found = false;
-    ForEachRay([&](Ray* ray) {
-        if (!Qualifies(ray, c) || (!anySource && SourceNameOf(ray) != source)) return;
+    ForEachRay([&](Ray* ray, const std::string& raySource) {
+        if (!Qualifies(ray, c) || (!anySource && raySource != source)) return;
         const double power = PowerAt(ray, c, gainRx);
         if (!found || power > out) out = power;
         found = true;
@@ -324,10 +328,10 @@ double TestPoint::GetPowerDB(const std::string& source) {
 bool TestPoint::GetMaxSourcePowerdB(SourcePowers& out) {
     checkParams();
     const CoordQUICK c = CentreQUICK();
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string& raySource) {
         if (!Qualifies(ray, c)) return;
         const double power = PowerAt(ray, c, gainRx);
-        auto [entry, added] = out.emplace(SourceNameOf(ray), std::make_pair(power, 1));
+        auto [entry, added] = out.emplace(raySource, std::make_pair(power, 1));
         if (added) return;
         entry->second.second++;
         entry->second.first = std::max(entry->second.first, power);
@@ -337,7 +341,7 @@ bool TestPoint::GetMaxSourcePowerdB(SourcePowers& out) {
 
 bool TestPoint::tracebackRaySuccess() {
     const CoordQUICK c = CentreQUICK();
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string&) {
         ray->hitDistance = DistanceFromOrigin(ray, c);
         ray->setRaySuccess(true);
         for (Ray *child = ray, *parent = ray->getPrevRay(); parent != nullptr;
@@ -358,7 +362,7 @@ bool TestPoint::Export(std::string path) {
     }
     writeLineHeader(out);
     std::vector<Ray*> rays;
-    ForEachRay([&](Ray* ray) { rays.push_back(ray); });
+    ForEachRay([&](Ray* ray, const std::string&) { rays.push_back(ray); });
     for (Ray* ray : rays) writeLine(out, ray);
     return true;
 }
@@ -407,7 +411,7 @@ bool TestPoint::writeLine(std::ofstream& out, Ray* ray) {
 Ray* TestPoint::StrongestRay(const CoordQUICK& c) {
     Ray* strongest = nullptr;
     double best = 0.0;
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string&) {
         const double power = PowerAt(ray, c, gainRx);
         if (strongest == nullptr || power > best) {
             strongest = ray;
@@ -442,7 +446,7 @@ bool TestPoint::writeSumRayPowerLine(std::ofstream& out) {
     // The strongest ray of each beam that still exists, by beam.
     std::map<BeamQUICK*, Ray*> strongest;
     Ray* last = nullptr;
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string&) {
         last = ray;
         BeamQUICK* beam = GETBEAM(ray->beamId);
         if (beam == nullptr) return;

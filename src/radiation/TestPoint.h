@@ -119,7 +119,8 @@ private:
     static double PowerAt(Ray* ray, const CoordQUICK& c, double extraDB);
     // Marks every ray of the beam unsuccessful with no hit distance, under both locks.
     void MarkBeamRays(BeamQUICK* beam);
-    // Calls visit(ray) for every caught ray in beam-id order; a null ray is reported.
+    // Calls visit(ray, source name) for every caught ray in beam-id order; a null ray is
+    // reported.
     template <typename Visit>
     void ForEachRay(Visit visit);
     // The strongest caught ray by P, qualifying or not; null when nothing was caught.
