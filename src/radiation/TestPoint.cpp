@@ -82,9 +82,7 @@ std::vector<TestPoint*> TestPoint::GetTestPointList() {
 
 bool TestPoint::Initialize() {
     if (!Component::Initialize()) return false;
-    lock(true);
-    centre = dynamic_cast<Coordinates*>(GetChildNamed("centrePoint"));
-    unlock();
+    GetCentre();
     return true;
 }
 
@@ -118,14 +116,17 @@ void TestPoint::Print() {
 
 Coordinates* TestPoint::GetCentre() {
     lock(true);
+    // Looked up each time: a load from XML may replace the child.
+    centre = dynamic_cast<Coordinates*>(GetChildNamed("centrePoint"));
     Coordinates* found = centre;
     unlock();
     return found;
 }
 
 bool TestPoint::SetCentre(double x, double y, double z) {
+    Coordinates* point = GetCentre();
     lock(true);
-    bool done = centre != nullptr && centre->SetValues(x, y, z);
+    bool done = point != nullptr && point->SetValues(x, y, z);
     unlock();
     if (!done) Log::log(1) << "TestPoint::SetCentre: " << objName << " has no centre\n";
     return done;
@@ -140,9 +141,10 @@ int TestPoint::GetRayCount() {
 }
 
 CoordQUICK TestPoint::CentreQUICK() {
+    Coordinates* point = GetCentre();
     lock(true);
     CoordQUICK c(0.0, 0.0, 0.0);
-    if (centre != nullptr) c.SetValues(centre->Get(0), centre->Get(1), centre->Get(2));
+    if (point != nullptr) c.SetValues(point->Get(0), point->Get(1), point->Get(2));
     unlock();
     return c;
 }
@@ -180,7 +182,7 @@ bool TestPoint::updateFromBeams(std::vector<BeamLimitPair>& pairs) {
     for (BeamLimitPair& pair : pairs) {
         if (pair.beam == nullptr || !pair.limits.Contains(p, catchSize)) continue;
         MarkBeamRays(pair.beam);
-        ProcessRays(pair.beam, 0, pair.beam->GetRaysCount() - 1);
+        ProcessRays(pair.beam, 0, pair.beam->GetRaysCount() - 1, p);
     }
     return true;
 }
@@ -197,8 +199,12 @@ void TestPoint::MarkBeamRays(BeamQUICK* beam) {
 }
 
 bool TestPoint::ProcessRays(BeamQUICK* beam, int first, int last) {
+    return ProcessRays(beam, first, last, CentreQUICK());
+}
+
+bool TestPoint::ProcessRays(BeamQUICK* beam, int first, int last, const CoordQUICK& p) {
     if (beam == nullptr) return false;
-    PointRaysTask task(CentreQUICK(), this, GetRayCatchSize());
+    PointRaysTask task(p, this, GetRayCatchSize());
     if (last >= first) {
         task.rays.reserve(last - first + 1);
         beam->GetRays(task.rays, first, last);
