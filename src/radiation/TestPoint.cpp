@@ -82,9 +82,7 @@ std::vector<TestPoint*> TestPoint::GetTestPointList() {
 
 bool TestPoint::Initialize() {
     if (!Component::Initialize()) return false;
-    lock(true);
-    centre = dynamic_cast<Coordinates*>(GetChildNamed("centrePoint"));
-    unlock();
+    GetCentre();
     return true;
 }
 
@@ -118,14 +116,17 @@ void TestPoint::Print() {
 
 Coordinates* TestPoint::GetCentre() {
     lock(true);
+    // Looked up each time: a load from XML may replace the child.
+    centre = dynamic_cast<Coordinates*>(GetChildNamed("centrePoint"));
     Coordinates* found = centre;
     unlock();
     return found;
 }
 
 bool TestPoint::SetCentre(double x, double y, double z) {
+    Coordinates* point = GetCentre();
     lock(true);
-    bool done = centre != nullptr && centre->SetValues(x, y, z);
+    bool done = point != nullptr && point->SetValues(x, y, z);
     unlock();
     if (!done) Log::log(1) << "TestPoint::SetCentre: " << objName << " has no centre\n";
     return done;
@@ -140,9 +141,10 @@ int TestPoint::GetRayCount() {
 }
 
 CoordQUICK TestPoint::CentreQUICK() {
+    Coordinates* point = GetCentre();
     lock(true);
     CoordQUICK c(0.0, 0.0, 0.0);
-    if (centre != nullptr) c.SetValues(centre->Get(0), centre->Get(1), centre->Get(2));
+    if (point != nullptr) c.SetValues(point->Get(0), point->Get(1), point->Get(2));
     unlock();
     return c;
 }
@@ -180,7 +182,7 @@ bool TestPoint::updateFromBeams(std::vector<BeamLimitPair>& pairs) {
     for (BeamLimitPair& pair : pairs) {
         if (pair.beam == nullptr || !pair.limits.Contains(p, catchSize)) continue;
         MarkBeamRays(pair.beam);
-        ProcessRays(pair.beam, 0, pair.beam->GetRaysCount() - 1);
+        ProcessRays(pair.beam, 0, pair.beam->GetRaysCount() - 1, p);
     }
     return true;
 }
@@ -197,8 +199,12 @@ void TestPoint::MarkBeamRays(BeamQUICK* beam) {
 }
 
 bool TestPoint::ProcessRays(BeamQUICK* beam, int first, int last) {
+    return ProcessRays(beam, first, last, CentreQUICK());
+}
+
+bool TestPoint::ProcessRays(BeamQUICK* beam, int first, int last, const CoordQUICK& p) {
     if (beam == nullptr) return false;
-    PointRaysTask task(CentreQUICK(), this, GetRayCatchSize());
+    PointRaysTask task(p, this, GetRayCatchSize());
     if (last >= first) {
         task.rays.reserve(last - first + 1);
         beam->GetRays(task.rays, first, last);
@@ -288,14 +294,18 @@ double TestPoint::LogOrFloor(double value) {
 
 template <typename Visit>
 void TestPoint::ForEachRay(Visit visit) {
+    static const std::string noSource;
     lock(true);
     for (auto& entry : raysByBeam) {
+        // The source is looked up once per beam rather than once per ray.
+        BeamQUICK* beam = GETBEAM(entry.first);
+        const std::string& source = beam == nullptr ? noSource : beam->GetSourceName();
         for (Ray* ray : entry.second) {
             if (ray == nullptr) {
                 std::cerr << "null ray error\n";
                 continue;
             }
-            visit(ray);
+            visit(ray, source);
         }
     }
     unlock();
@@ -306,8 +316,8 @@ bool TestPoint::GetMaxPowerdB(double& out, const std::string& source) {
     const CoordQUICK c = CentreQUICK();
     const bool anySource = source == MAX_RSSI;
     bool found = false;
-    ForEachRay([&](Ray* ray) {
-        if (!Qualifies(ray, c) || (!anySource && SourceNameOf(ray) != source)) return;
+    ForEachRay([&](Ray* ray, const std::string& raySource) {
+        if (!Qualifies(ray, c) || (!anySource && raySource != source)) return;
         const double power = PowerAt(ray, c, gainRx);
         if (!found || power > out) out = power;
         found = true;
@@ -324,10 +334,10 @@ double TestPoint::GetPowerDB(const std::string& source) {
 bool TestPoint::GetMaxSourcePowerdB(SourcePowers& out) {
     checkParams();
     const CoordQUICK c = CentreQUICK();
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string& raySource) {
         if (!Qualifies(ray, c)) return;
         const double power = PowerAt(ray, c, gainRx);
-        auto [entry, added] = out.emplace(SourceNameOf(ray), std::make_pair(power, 1));
+        auto [entry, added] = out.emplace(raySource, std::make_pair(power, 1));
         if (added) return;
         entry->second.second++;
         entry->second.first = std::max(entry->second.first, power);
@@ -337,7 +347,7 @@ bool TestPoint::GetMaxSourcePowerdB(SourcePowers& out) {
 
 bool TestPoint::tracebackRaySuccess() {
     const CoordQUICK c = CentreQUICK();
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string&) {
         ray->hitDistance = DistanceFromOrigin(ray, c);
         ray->setRaySuccess(true);
         for (Ray *child = ray, *parent = ray->getPrevRay(); parent != nullptr;
@@ -358,7 +368,7 @@ bool TestPoint::Export(std::string path) {
     }
     writeLineHeader(out);
     std::vector<Ray*> rays;
-    ForEachRay([&](Ray* ray) { rays.push_back(ray); });
+    ForEachRay([&](Ray* ray, const std::string&) { rays.push_back(ray); });
     for (Ray* ray : rays) writeLine(out, ray);
     return true;
 }
@@ -407,7 +417,7 @@ bool TestPoint::writeLine(std::ofstream& out, Ray* ray) {
 Ray* TestPoint::StrongestRay(const CoordQUICK& c) {
     Ray* strongest = nullptr;
     double best = 0.0;
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string&) {
         const double power = PowerAt(ray, c, gainRx);
         if (strongest == nullptr || power > best) {
             strongest = ray;
@@ -442,7 +452,7 @@ bool TestPoint::writeSumRayPowerLine(std::ofstream& out) {
     // The strongest ray of each beam that still exists, by beam.
     std::map<BeamQUICK*, Ray*> strongest;
     Ray* last = nullptr;
-    ForEachRay([&](Ray* ray) {
+    ForEachRay([&](Ray* ray, const std::string&) {
         last = ray;
         BeamQUICK* beam = GETBEAM(ray->beamId);
         if (beam == nullptr) return;

@@ -85,7 +85,7 @@ public:
     // The incoherent sum of the strongest ray of each beam; false when nothing was caught.
     bool writeSumRayPowerLine(std::ofstream& out);
 
-    // The position; null before Initialize.
+    // The position (the child "centrePoint"); null before Initialize.
     Coordinates* GetCentre();
     // Moves the point.
     bool SetCentre(double x, double y, double z);
@@ -107,6 +107,8 @@ public:
 private:
     // The centre as a plain point, under the lock; the origin without a centre.
     CoordQUICK CentreQUICK();
+    // ProcessRays with the centre already read, as the sweep does once for all beams.
+    bool ProcessRays(BeamQUICK* beam, int first, int last, const CoordQUICK& p);
     // Distance from the ray's origin to c.
     static double DistanceFromOrigin(const Ray* ray, const CoordQUICK& c);
     // Whether the point lies on the side of the start surface that the ray leaves towards.
@@ -119,7 +121,8 @@ private:
     static double PowerAt(Ray* ray, const CoordQUICK& c, double extraDB);
     // Marks every ray of the beam unsuccessful with no hit distance, under both locks.
     void MarkBeamRays(BeamQUICK* beam);
-    // Calls visit(ray) for every caught ray in beam-id order; a null ray is reported.
+    // Calls visit(ray, source name) for every caught ray in beam-id order; a null ray is
+    // reported.
     template <typename Visit>
     void ForEachRay(Visit visit);
     // The strongest caught ray by P, qualifying or not; null when nothing was caught.

@@ -7,6 +7,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "propagation/Interface.h"
@@ -231,6 +232,38 @@ TEST(TestPoint, PowerPerSourceAndMaxRssi) {
 
     point->ClearRays();
     EXPECT_EQ(point->GetPowerDB("Max RSSI"), -120.0);
+}
+
+TEST(TestPoint, TilesFromTwoThreadsCatchWhatOneSweepCatches) {
+    WallScene scene;
+    std::vector<BeamQUICK*> beams;
+    for (int b = 0; b < 8; b++) {
+        beams.push_back(SourceBeam(scene, "ap1"));
+        WallScene::AddFan(beams.back(), CoordQUICK(0.5 * b, -0.3 * b, 0.0), 400, 30.0);
+    }
+    std::vector<BeamLimitPair> pairs = Seal(beams);
+    std::vector<std::unique_ptr<TestPoint>> serial, tiled;
+    for (int n = 0; n < 6; n++) {
+        serial.push_back(PointAt(CoordQUICK(3.0 * n - 7.0, 2.0 * n - 4.0, 0.1)));
+        tiled.push_back(PointAt(CoordQUICK(3.0 * n - 7.0, 2.0 * n - 4.0, 0.1)));
+        serial.back()->updateFromBeams(pairs);
+    }
+    // Two tiles of beams reach the same points at once.
+    std::vector<BeamLimitPair> first(pairs.begin(), pairs.begin() + 4);
+    std::vector<BeamLimitPair> second(pairs.begin() + 4, pairs.end());
+    auto sweep = [&tiled](std::vector<BeamLimitPair>* tile) {
+        for (auto& point : tiled) point->updateFromBeams(*tile);
+    };
+    std::thread one(sweep, &first), two(sweep, &second);
+    one.join();
+    two.join();
+    int caught = 0;
+    for (size_t n = 0; n < serial.size(); n++) {
+        EXPECT_EQ(tiled[n]->GetRayCount(), serial[n]->GetRayCount());
+        EXPECT_DOUBLE_EQ(tiled[n]->GetPowerDB("ap1"), serial[n]->GetPowerDB("ap1"));
+        caught += serial[n]->GetRayCount();
+    }
+    EXPECT_GT(caught, 6);
 }
 
 TEST(TestPoint, TaskListRunsEachTaskOnce) {
