@@ -1,0 +1,3 @@
+#include "control/TestPointTask.h"
+
+void* BeamToTestPointTask(void*) { return nullptr; }
