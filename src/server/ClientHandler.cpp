@@ -58,12 +58,15 @@ void logEntries(const char* countWord, const std::vector<Entry>& entries) {
 ClientHandler::ClientHandler(LibServer& server, int socket)
     : clientSocket(socket), server(server) {}
 
-// A run in progress keeps its facade: its evaluation thread still works on it.
+// A run still going is stopped and its facade deleted, which waits for the run thread: a
+// scene left alive would stay in the process-wide lists of interfaces, sources and test
+// points and disturb the next client's runs.
 ClientHandler::~ClientHandler() {
     DisconnectServer();
     DisconnectClient();
     DeleteSystem(&system);
-    if (lib != nullptr && !lib->IsRunning()) delete lib;
+    StopProcessing();
+    delete lib;
 }
 
 bool ClientHandler::IsConnected() const { return clientSocket != -1; }

@@ -6,8 +6,13 @@
 #include <string>
 
 #include "control/OpticElement.h"
+#include "control/SimEvaluation.h"
+#include "framework/ParallelSelect.h"
 #include "logging/Log.h"
+#include "radiation/BeamQUICK.h"
 #include "radiation/Medium.h"
+#include "radiation/TestPoint.h"
+#include "system/SystemBuilder.h"
 #include "system/System_.h"
 
 namespace {
@@ -54,30 +59,40 @@ std::string MaterialDescription(Medium* medium) {
     return text.str();
 }
 
+// Fills the tables where they are empty; the caller holds tablesLock.
+void FillTables() {
+    if (mediumNames.empty()) FillMediumNames();
+    if (channelMap.empty()) FillChannelMap();
+}
+
 }  // namespace
 
 LibInterface::LibInterface() {
     {
         std::lock_guard<std::mutex> guard(tablesLock);
-        if (mediumNames.empty()) FillMediumNames();
-        if (channelMap.empty()) FillChannelMap();
+        FillTables();
     }
     OpticElement::resources.init();
 }
 
 std::string LibInterface::GetMediumName(int medium) {
     std::lock_guard<std::mutex> guard(tablesLock);
+    FillTables();
     auto found = mediumNames.find(medium);
     return found == mediumNames.end() ? std::string() : found->second;
 }
 
 eParamValue LibInterface::GetChannelValue(int channel) {
     std::lock_guard<std::mutex> guard(tablesLock);
+    FillTables();
     auto found = channelMap.find(channel);
     return found == channelMap.end() ? static_cast<eParamValue>(0) : found->second;
 }
 
-LibInterface::~LibInterface() { releaseSystem(); }
+LibInterface::~LibInterface() {
+    ClearResults();
+    releaseSystem();
+}
 
 const char* LibInterface::GetVersion() {
     static const std::string version =
@@ -130,12 +145,31 @@ bool LibInterface::SetSystem(System_* wrapper) {
 
 e_System_* LibInterface::GetSystem() { return system == nullptr ? nullptr : system->GetSystem(); }
 
-void LibInterface::StopProcessing() {}
+bool LibInterface::FileHasSystem(const std::string& file) {
+    return SystemBuilder().FilehasSystem(file);
+}
 
-// No evaluation engine is linked into this build, so a run cannot start.
+bool LibInterface::GetSystemFromFile(std::string& file) {
+    e_System_* record = SystemBuilder().SystemFromFile(file);
+    if (record == nullptr) return false;
+    record->held = true;
+    return SetSystem(new System_(record));
+}
+
+void LibInterface::StopProcessing() {
+    if (evaluation != nullptr) evaluation->StopProcessing();
+}
+
 bool LibInterface::BeginUpdate(bool threaded, bool parallel) {
     resultsExtracted = false;
     ClearResults();
+    evaluation = new SimEvaluation();
+    evaluation->Initialize();
+    LoadSystemToEval(evaluation);
+    evaluation->UpdateReq(evalReqRayTracing, true);
+    evaluation->UpdateReq(evalReqTestPoints, true);
+    ParallelSelect select(parallel);
+    if (evaluation->UpdateStart(threaded, select)) return true;
     Log::log(OUTPUT_ERROR) << "LibInterface::BeginUpdate() - UpdateStart() failed, "
                            << "threaded = " << threaded << ", parallel = " << parallel << "\n";
     return false;
@@ -144,7 +178,7 @@ bool LibInterface::BeginUpdate(bool threaded, bool parallel) {
 double LibInterface::UpdateProgress() { return -1; }
 
 bool LibInterface::UpdateComplete() {
-    if (evaluation == nullptr) return false;
+    if (evaluation == nullptr || !evaluation->ProcessingComplete()) return false;
     progress = 1;
     return true;
 }
@@ -153,29 +187,37 @@ bool LibInterface::IsRunning() { return evaluation != nullptr && !UpdateComplete
 
 bool LibInterface::ResultsExtracted() const { return resultsExtracted; }
 
-bool LibInterface::ExtractResults() {
-    ClearResults();
-    resultsExtracted = true;
-    return true;
-}
-
 void LibInterface::ClearResults() {
     if (evaluation == nullptr) {
         Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - nothing\n";
+        return;
     }
+    Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - eval..\n";
+    // A run still going is asked to stop; deleting the evaluation joins its thread.
+    evaluation->StopProcessing();
+    // Display data is not built by a run of this library: nothing to delete for it.
+    Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - renderdataset\n";
+    Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - volumelist\n";
+    evaluation->ProcessingComplete();
+    evaluation->ClearEvaluated();
+    // The points keep rays of the beams: they forget them before the beams go.
+    Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - volumelist - delete list\n";
+    for (TestPoint* point : TestPoint::GetTestPointList()) point->ClearRays();
+    // Volumes, trace volumes with their points and the radiations are children of the
+    // evaluation's documents and go with it.
+    Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - tracelist\n";
+    delete evaluation;
+    evaluation = nullptr;
+    Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - radiations\n";
+    DELETEALLBEAMS();
+    Log::log(OUTPUT_INFORMATIVE) << "LibInterface::ClearResults() - done\n";
 }
 
-void LibInterface::ClearStaticSpace() {}
-
-bool LibInterface::FileHasSystem(const std::string&) { return false; }
-bool LibInterface::GetSystemFromFile(std::string&) { return false; }
-bool LibInterface::LoadSystemToEval(SimEvaluation*) { return false; }
-bool LibInterface::TopParamsToElement(e_System_*, OpticElement*) { return false; }
-bool LibInterface::AddBarrierToElement(e_Barrier_*, OpticElement*) { return false; }
-bool LibInterface::AddBuildingToElement(e_Building_*, OpticElement*) { return false; }
-bool LibInterface::AddApToElement(e_AccessPoint_*, OpticElement*) { return false; }
-bool LibInterface::AddSpToElement(e_SamplePoint_*, OpticElement*) { return false; }
-bool LibInterface::CheckSystemContentOK() { return false; }
-OpticElement* LibInterface::GetSystemElement(SimEvaluation*) { return nullptr; }
-void LibInterface::TopCartesianToElement(e_System_*, OpticElement*) {}
-void LibInterface::TopGPSToElement(e_System_*, OpticElement*) {}
+void LibInterface::ClearStaticSpace() {
+    {
+        std::lock_guard<std::mutex> guard(tablesLock);
+        mediumNames.clear();
+        channelMap.clear();
+    }
+    Parameter::ClearStaticSpace();
+}
