@@ -1,12 +1,16 @@
 // A command-line client of a Fenwave server: prints the server's version and catalogues
 // and, given a system file, has the system simulated (or bounced) and prints the signals
-// that come back.
+// that come back: per sample point and access point the received power, the path loss and
+// the number of paths.
 //
-//   fenwave_client [--host H] [--port P] [--timeout S] [--bounce] [--csv FILE] [SYSTEM]
+//   fenwave_client [--host H] [--port P] [--timeout S] [--bounce] [--quiet] [--serial]
+//                  [--unthreaded] [--csv FILE] [SYSTEM]
 
 #include <atomic>
 #include <chrono>
+#include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <functional>
 #include <iostream>
 #include <string>
@@ -27,17 +31,23 @@ struct Options {
     int timeoutSeconds = 600;
     bool bounce = false;
     bool help = false;
+    bool quiet = false;
+    bool serial = false;
+    bool unthreaded = false;
     std::string csvFile;
     std::string systemFile;
 };
 
 void PrintUsage(std::ostream& out) {
-    out << "usage: fenwave_client [--host H] [--port P] [--timeout S] [--bounce] [--csv FILE] "
-           "[SYSTEM]\n"
+    out << "usage: fenwave_client [--host H] [--port P] [--timeout S] [--bounce] [--quiet] "
+           "[--serial] [--unthreaded] [--csv FILE] [SYSTEM]\n"
            "  --host H     server host name or address (default 127.0.0.1)\n"
            "  --port P     server port (default 12000)\n"
            "  --timeout S  seconds to wait for each answer (default 600)\n"
            "  --bounce     have the server return the system unsimulated\n"
+           "  --quiet      do not ask for the version and catalogues\n"
+           "  --serial     have the server trace on one thread\n"
+           "  --unthreaded have the server run the trace in its main loop\n"
            "  --csv FILE   also write the results to FILE as CSV\n"
            "  SYSTEM       a system file to simulate\n";
 }
@@ -59,6 +69,12 @@ bool ParseOptions(int argc, char** argv, Options& options) {
         bool hasValue = index + 1 < argc;
         if (argument == "--bounce") {
             options.bounce = true;
+        } else if (argument == "--quiet") {
+            options.quiet = true;
+        } else if (argument == "--serial") {
+            options.serial = true;
+        } else if (argument == "--unthreaded") {
+            options.unthreaded = true;
         } else if (argument == "-h" || argument == "--help") {
             options.help = true;
         } else if (argument == "--host" && hasValue) {
@@ -118,7 +134,29 @@ int ShowCatalogues(LibClient& client, const std::atomic<bool>& locationAnswered,
     return exitSuccess;
 }
 
-int WriteResults(const e_System_* result, const Options& options) {
+const e_AccessPoint_* FindAccessPoint(const e_System_* system, const char* name) {
+    for (const e_AccessPoint_* ap = system->accessPoints; ap != nullptr; ap = ap->next) {
+        if (ap->name != nullptr && name != nullptr && std::strcmp(ap->name, name) == 0) return ap;
+    }
+    return nullptr;
+}
+
+// The server works out a path loss only for signals that expected one; for the others it is
+// the access point's power plus the gains of both ends minus the power received.
+void CompletePathLoss(e_System_* system) {
+    for (e_SamplePoint_* point = system->samplePoints; point != nullptr; point = point->next) {
+        for (e_ReceivedSignal_* signal = point->signals; signal != nullptr; signal = signal->next) {
+            const e_AccessPoint_* ap = FindAccessPoint(system, signal->apName);
+            if (signal->receivedPathLoss_dB != 0 || ap == nullptr || ap->power <= 0) continue;
+            double transmit_dBm = 10 * std::log10(ap->power) + 30;
+            signal->receivedPathLoss_dB =
+                transmit_dBm + ap->gain + point->gain - signal->receivedPower_dBm;
+        }
+    }
+}
+
+int WriteResults(e_System_* result, const Options& options) {
+    CompletePathLoss(result);
     ResultTable table(result);
     std::cout << "\n";
     table.PrintText(std::cout);
@@ -170,7 +208,9 @@ int main(int argc, char** argv) {
         return Fail(exitConnection,
                     "cannot connect to " + options.host + ":" + std::to_string(options.port));
     }
-    int code = ShowCatalogues(client, locationAnswered, options);
+    int code = options.quiet ? exitSuccess : ShowCatalogues(client, locationAnswered, options);
+    if (options.serial) client.SendMsg(MSGTYPE_SET, MSG_SERVERPARALLEL, false);
+    if (options.unthreaded) client.SendMsg(MSGTYPE_SET, MSG_SERVERTHREADED, false);
     if (code == exitSuccess && !options.systemFile.empty()) code = RunSystem(client, options);
     if (client.IsConnected()) client.Disconnect(false);
     return code;
