@@ -1,0 +1,3 @@
+#include "documents/SimulationData.h"
+
+SimulationData::SimulationData() { objTypeStr = "SimulationData"; }

@@ -1,0 +1,3 @@
+#include "documents/SimulationResults.h"
+
+SimulationResults::SimulationResults() { objTypeStr = "SimulationResults"; }
