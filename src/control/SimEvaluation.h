@@ -11,17 +11,21 @@
 #include "framework/ParallelSelect.h"
 #include "framework/SharedValue.h"
 #include "framework/SimObject.h"
+#include "geometry/CoordQUICK.h"
 
 class BeamQUICK;
-class DocumentChange;
+struct DocumentChange;
 class EMRadiation;
+class EMSource;
 class GuiRender;
+class Interface;
 class OpticElement;
 class SimulationData;
 class SimulationDocument;
 class SimulationResults;
 class TestPoint;
 class TestPointTask;
+class Volume;
 
 // The stages that a call of UpdateSim may run.
 enum eEvalReq : int {
@@ -136,6 +140,8 @@ public:
     bool ExportSimResults();
     // That directory.
     static std::string ExportDirectory();
+    // HOMEPATH, else HOME, else the current directory.
+    static std::string HomeDirectory();
 
     int GetTraceLimit() const { return traceLimit; }
     void SetTraceLimit(int value) { traceLimit = value; }
@@ -143,8 +149,16 @@ public:
     SimulationResults* GetEvalResults() const { return evalResults; }
     void AddRenderer(GuiRender* renderer);
     bool IsStopped() { return stopProcessing.Get(); }
+    // The passes of the repeat loop of the last trace.
+    int GetTracePasses() const { return tracePasses; }
 
 private:
+    // The nearest interface hit along +x and along -x, or null for a side without one.
+    struct SideHits {
+        Interface* plus = nullptr;
+        Interface* minus = nullptr;
+    };
+
     // Makes the document that takes the results, or empties its results.
     void PrepareEvalDocument();
     // One stage over every data item of every document; a stop ends the walk early. The
@@ -166,6 +180,20 @@ private:
                           const TileGroup& beamGroup, std::vector<TestPoint*>& points,
                           const TileGroup& pointGroup);
     void SetRenderersActive(bool value);
+    // The source's position, through its global transformation.
+    static CoordQUICK SourceOrigin(EMSource* source);
+    static SideHits NearestSideHits(CoordQUICK origin, const std::vector<Interface*>& interfaces);
+    // The volume other than the surrounding one that the nearest interfaces around the point
+    // bound, or null.
+    static Volume* EnclosingVolume(CoordQUICK origin, const std::vector<Interface*>& interfaces,
+                                   Volume* surrounding);
+    // A new document of the evaluation for that file.
+    SimulationDocument* NewDocument(const std::string& name, const std::string& dir,
+                                    const std::string& file);
+    // Takes the document out of the evaluation and deletes it, with the pointers into it.
+    void DropDocument(SimulationDocument* document);
+    // The first results of any document, or null.
+    SimulationResults* FirstResults();
     // Writes the all-rays file into the stream.
     void WriteAllRays(std::ostream& out);
 
@@ -179,6 +207,7 @@ private:
     SimulationData* topData = nullptr;
     SharedValue stopProcessing{true};
     bool playing = false;
+    int tracePasses = 0;
 
     static double calcProgress;
     static Lockable progressLock;

@@ -94,6 +94,11 @@ int EMSource::GetSourceNamedIndex(const std::string& name) {
     return -1;
 }
 
+std::vector<EMSource*> EMSource::GetSourceList() {
+    std::lock_guard<std::mutex> guard(LiveSourcesLock());
+    return LiveSources();
+}
+
 bool EMSource::Initialize() {
     Component::Initialize();
     radiation.SetParent(this);

@@ -59,6 +59,8 @@ public:
 
     // The index in the list of live sources of the first with this name, or -1.
     static int GetSourceNamedIndex(const std::string& name);
+    // A copy of the list of live sources, in order of construction, taken under its lock.
+    static std::vector<EMSource*> GetSourceList();
 
 private:
     // Empties the radiation, adopts it again and fills it from this source's parameters.
