@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <filesystem>
 
 SystemScene::SystemScene() {
     record = NewSystemIndoor(nullptr);
@@ -80,4 +81,9 @@ e_SamplePoint_* SamplePointNamed(e_System_* system, const std::string& name) {
         if (point->name != nullptr && name == point->name) return point;
     }
     return nullptr;
+}
+
+std::string ExampleFile(const std::string& name) {
+    std::filesystem::path root = std::filesystem::path(__FILE__).parent_path().parent_path();
+    return (root.parent_path() / "examples" / name).string();
 }

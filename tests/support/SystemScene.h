@@ -36,5 +36,7 @@ public:
 
 // The first signal of the sample point from the access point of that name, or null.
 const e_ReceivedSignal_* SignalFrom(const e_SamplePoint_* point, const std::string& apName);
+// The path of a file of the examples directory of the source tree.
+std::string ExampleFile(const std::string& name);
 // The sample point of that name in the system, or null.
 e_SamplePoint_* SamplePointNamed(e_System_* system, const std::string& name);
