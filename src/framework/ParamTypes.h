@@ -438,6 +438,7 @@ enum eParamValue : int {
     PV_PATRES_MEDIUM = 205,           // "medium"
     PV_PATRES_HIGH = 206,             // "high"
     PV_PATRES_VERYHIGH = 207,         // "veryHigh"
+    PV_HEATMAP = 269,                 // RenderBy "heatmap"
     PV_BAND_NONE = 274,               // frequencyBand "none"
     PV_BAND_WIFI24 = 275,             // "2.4 GHz WiFi"
     PV_BAND_WIFI50 = 276,             // "5.0 GHz WiFi"
