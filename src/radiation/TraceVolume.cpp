@@ -16,6 +16,8 @@ namespace {
 
 constexpr const char* TYPE = "TraceVolume";
 constexpr double NO_POWER_DB = -120.0;
+constexpr double EARTH_RADIUS = 6371000.0;
+constexpr double EARTH_RADIUS_SQUARED = 40589641000000.0;
 
 struct Rgb {
     double r, g, b;
@@ -55,6 +57,13 @@ double CellCentre(int index, int count, double low, double high) {
 // The lower cell corner of index over [low, high].
 double CellCorner(int index, int count, double low, double high) {
     return index * (high - low) / count + low;
+}
+
+// A point on the sphere of the earth, from radians, in the earth-centred frame.
+Coordinates EarthPoint(double longitude, double latitude) {
+    const double a = EARTH_RADIUS * std::sin(latitude);
+    const double rho = std::sqrt(EARTH_RADIUS_SQUARED - a * a);
+    return Coordinates(rho * std::cos(longitude), rho * std::sin(longitude), a);
 }
 
 bool WithinAxis(double value, double low, double high) {
@@ -132,7 +141,58 @@ bool TraceVolume::InitTestPoints(OpticElement* parent) {
         return false;
     }
     pointIds.clear();
-    return false;
+    if (xMax - xMin > 1.0) return InitCartesianPoints(parent);
+    return InitGeographicPoints(parent);
+}
+
+bool TraceVolume::StorePoint(int i, int j, int k, TestPoint* point) {
+    if (point == nullptr) {
+        Log::log(1) << "TraceVolume::InitTestPoints: no test point for cell (" << i << ", " << j
+                    << ", " << k << ")\n";
+        return false;
+    }
+    pointIds[GridIndex(i, j, k)] = point->GetSimObjectID();
+    return true;
+}
+
+bool TraceVolume::InitCartesianPoints(OpticElement* parent) {
+    bool ok = true;
+    int counter = 0;
+    for (int i = 0; i < nx; i++) {
+        for (int j = 0; j < ny; j++) {
+            for (int k = 0; k < nz; k++) {
+                Coordinates point(CellCentre(i, nx, xMin, xMax), CellCentre(j, ny, yMin, yMax),
+                                  CellCentre(k, nz, zMin, zMax));
+                const std::string name = "testPoint" + std::to_string(counter++);
+                ok = StorePoint(i, j, k, parent->AddTestPoint(&point, true, name.c_str())) && ok;
+            }
+        }
+    }
+    return ok;
+}
+
+bool TraceVolume::InitGeographicPoints(OpticElement* parent) {
+    float lonMax = 0.0f, lonMin = 0.0f, latMax = 0.0f, latMin = 0.0f;
+    const bool found = parent->GetParameterValue(PN_LONMAX, lonMax) |
+                       parent->GetParameterValue(PN_LONMIN, lonMin) |
+                       parent->GetParameterValue(PN_LATMAX, latMax) |
+                       parent->GetParameterValue(PN_LATMIN, latMin);
+    if (!found) return true;
+    Coordinates shift(0.0, 0.0, 0.0);
+    const bool shifted = parent->GetGPSToXYZCentre(shift);
+    bool ok = true;
+    for (int i = 0; i < nx; i++) {
+        for (int j = 0; j < ny; j++) {
+            for (int k = 0; k < nz; k++) {
+                const float longitude = ((i + 0.5f) / nx) * (lonMax - lonMin) + lonMin;
+                const float latitude = ((j + 0.5f) / ny) * (latMax - latMin) + latMin;
+                Coordinates point = EarthPoint(longitude * M_PI / 180.0, latitude * M_PI / 180.0);
+                if (shifted) point += shift;
+                ok = StorePoint(i, j, k, parent->AddTestPoint(&point, true, nullptr)) && ok;
+            }
+        }
+    }
+    return ok;
 }
 
 bool TraceVolume::HasSources() const {

@@ -8,6 +8,7 @@
 
 class Coordinates;
 class OpticElement;
+class TestPoint;
 
 // A regular grid of test points over a box, or over an area of the earth: a coverage map.
 // The points are children of the element that holds the grid, not of the grid; the grid
@@ -64,6 +65,8 @@ private:
     bool InitCartesianPoints(OpticElement* parent);
     // The grid over the element's longitude and latitude limits.
     bool InitGeographicPoints(OpticElement* parent);
+    // Notes the point's id under the cell's grid index; false for no point.
+    bool StorePoint(int i, int j, int k, TestPoint* point);
     // Whether the element that holds the grid has any source.
     bool HasSources() const;
     // The range of layers to export: one layer at RenderLayerHeight, else all.
