@@ -166,6 +166,12 @@ bool OpticElement::RebuildSystem(bool force) {
             AddBarrier(_barFloorName, barrierFloor);
             AddBarrier(_barCeilingName, barrierCeiling);
         }
+        // A flat building keeps no floor or ceiling of an earlier three-dimensional build.
+        if (systemType == PV_BUILDING && !threeD) {
+            for (const char* name : {_barFloorName, _barCeilingName}) {
+                if (auto* old = dynamic_cast<Barrier*>(GetChildNamed(name))) RemoveBarrier(old);
+            }
+        }
         if (systemType != PV_BUILDING) {
             Importers::clear();
             for (eParamName name : {PN_MDLBLD, PN_OSMFILE}) {

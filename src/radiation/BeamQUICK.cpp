@@ -116,6 +116,14 @@ bool DELETEALLBEAMS() {
     return true;
 }
 
+int COUNTBEAMS() {
+    BeamTable& table = Table();
+    table.lock.lock(true);
+    int count = static_cast<int>(table.beams.size());
+    table.lock.unlock();
+    return count;
+}
+
 BeamQUICK::BeamQUICK() {
     BeamTable& table = Table();
     table.lock.lock(true);

@@ -200,3 +200,5 @@ BeamQUICK* GETBEAM(int id);
 bool DELETEBEAM(int id);
 // Deletes every beam in the table.
 bool DELETEALLBEAMS();
+// The number of beams in the table.
+int COUNTBEAMS();

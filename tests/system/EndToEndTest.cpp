@@ -68,7 +68,7 @@ Signals ReadResult(RawClient& client, double seconds = 120) {
     return signals;
 }
 
-Signals Run(RawClient& client, e_System_* system, bool threaded, bool parallel) {
+Signals RunSystem(RawClient& client, e_System_* system, bool threaded, bool parallel) {
     EXPECT_TRUE(SendFlag(client, MSG_SERVERTHREADED, threaded));
     EXPECT_TRUE(SendFlag(client, MSG_SERVERPARALLEL, parallel));
     EXPECT_TRUE(SendSystem(client, MSG_PROCESSSYSTEM, system));
@@ -89,14 +89,14 @@ TEST(EndToEnd, RunsGiveSignalsAlikeThreadedOrNotParallelOrSerial) {
     RawClient client;
     ASSERT_TRUE(client.Connect(server.port));
 
-    Signals reference = Run(client, SmallOffice(), true, true);
+    Signals reference = RunSystem(client, SmallOffice(), true, true);
     ASSERT_EQ(reference.size(), 8u);
     for (const auto& [key, signal] : reference) {
         EXPECT_LT(signal.first, 0) << key.first << " " << key.second;
         EXPECT_GT(signal.first, -120) << key.first << " " << key.second;
     }
     for (auto [threaded, parallel] : {std::pair{false, true}, {true, false}, {false, false}}) {
-        Signals again = Run(client, SmallOffice(), threaded, parallel);
+        Signals again = RunSystem(client, SmallOffice(), threaded, parallel);
         ASSERT_EQ(again.size(), reference.size()) << threaded << parallel;
         for (const auto& [key, signal] : reference) {
             EXPECT_DOUBLE_EQ(again[key].first, signal.first) << key.first << " " << key.second;
@@ -115,7 +115,7 @@ TEST(EndToEnd, StopRequestEndsTheRunWithAPartialResult) {
     e_System_* copy = SmallOffice();
     copy->rayGap = 0.25;
     copy->traceLimit = 8;
-    int full = TotalPaths(Run(client, copy, true, true));
+    int full = TotalPaths(RunSystem(client, copy, true, true));
 
     ASSERT_TRUE(SendSystem(client, MSG_PROCESSSYSTEM, fine));
     ASSERT_TRUE(client.Send(MSGTYPE_CONTROL, MSG_STOPPROCESSING));
@@ -130,7 +130,7 @@ TEST(EndToEnd, ClientLeavingMidRunLeavesTheServerServingTheNext) {
     {
         RawClient first;
         ASSERT_TRUE(first.Connect(server.port));
-        reference = Run(first, SmallOffice(), true, true);
+        reference = RunSystem(first, SmallOffice(), true, true);
         e_System_* slow = SmallOffice();
         slow->rayGap = 0.25;
         ASSERT_TRUE(SendSystem(first, MSG_PROCESSSYSTEM, slow));
@@ -139,7 +139,7 @@ TEST(EndToEnd, ClientLeavingMidRunLeavesTheServerServingTheNext) {
     }
     RawClient second;
     ASSERT_TRUE(second.Connect(server.port));
-    Signals after = Run(second, SmallOffice(), true, true);
+    Signals after = RunSystem(second, SmallOffice(), true, true);
     ASSERT_EQ(after.size(), reference.size());
     for (const auto& [key, signal] : reference) {
         EXPECT_DOUBLE_EQ(after[key].first, signal.first) << key.first << " " << key.second;
