@@ -22,9 +22,13 @@ Transformation* SimObject::GetLocalTransformation() {
     return &layout->GetLocalTransformation();
 }
 
+// An ancestor without a layout passes on the placement of the one above it, so that a
+// source's position reaches the launch layouts of its radiation and beams.
 Transformation* SimObject::GetUpperTransformation() {
-    if (parent == nullptr) return nullptr;
-    return parent->GetGlobalTransformation();
+    for (SimObject* up = parent; up != nullptr; up = up->parent) {
+        if (up->hasLayout) return up->GetGlobalTransformation();
+    }
+    return nullptr;
 }
 
 bool SimObject::InitLayout() {

@@ -43,8 +43,8 @@ double ThinSheetLossDB(const std::string& medium, double thickness, double incid
 
 TEST(PropagationPhysics, FreeSpaceLineOfSightFollowsTheFriisFormula) {
     SystemScene scene;
-    scene.AddAccessPoint("AP", 0, 0, 0.1, 2);
-    scene.AddSamplePoint("SP", 6, 2, 1);
+    scene.AddAccessPoint("AP", 2, 3, 0.1, 2);
+    scene.AddSamplePoint("SP", 8, 5, 1);
     LibInterface lib;
     const e_ReceivedSignal_* signal = RunAndRead(lib, scene);
     ASSERT_NE(signal, nullptr);
@@ -56,9 +56,9 @@ TEST(PropagationPhysics, FreeSpaceLineOfSightFollowsTheFriisFormula) {
 
 TEST(PropagationPhysics, ThinConcreteWallTakesItsLossAtTheIncidence) {
     SystemScene scene;
-    scene.AddAccessPoint("AP", 0, 0, 0.1, 2);
-    scene.AddSamplePoint("SP", 6, 2, 1);
-    scene.AddWall(3, -8, 3, 8, MEDIA_CONCRETE, 0.1);
+    scene.AddAccessPoint("AP", 2, 3, 0.1, 2);
+    scene.AddSamplePoint("SP", 8, 5, 1);
+    scene.AddWall(5, -5, 5, 11, MEDIA_CONCRETE, 0.1);
     LibInterface lib;
     const e_ReceivedSignal_* signal = RunAndRead(lib, scene);
     ASSERT_NE(signal, nullptr);
@@ -70,15 +70,15 @@ TEST(PropagationPhysics, ThinConcreteWallTakesItsLossAtTheIncidence) {
 
 TEST(PropagationPhysics, BehindAMetalWallTheReflectedPathCarries) {
     SystemScene scene;
-    scene.AddAccessPoint("AP", 0, 0, 0.1, 2);
-    scene.AddSamplePoint("SP", 6, 0, 1);
-    // A metal screen between them, and a metal wall at y = 4 that reflects around it.
-    scene.AddWall(3, -3, 3, 3, MEDIA_METAL, 0.01);
-    scene.AddWall(-10, 4, 16, 4, MEDIA_METAL, 0.01);
+    scene.AddAccessPoint("AP", 2, 3, 0.1, 2);
+    scene.AddSamplePoint("SP", 8, 3, 1);
+    // A metal screen between them, and a metal wall at y = 7 that reflects around it.
+    scene.AddWall(5, 0, 5, 6, MEDIA_METAL, 0.01);
+    scene.AddWall(-8, 7, 18, 7, MEDIA_METAL, 0.01);
     LibInterface lib;
     const e_ReceivedSignal_* signal = RunAndRead(lib, scene);
     ASSERT_NE(signal, nullptr);
-    // The image of the access point in the wall at y = 4 lies at (0, 8).
+    // The image of the access point in the wall at y = 7 lies at (2, 11).
     double reflected = SystemScene::FreeSpacePowerDBW(0.1, 3, std::sqrt(36.0 + 64.0));
     double direct = SystemScene::FreeSpacePowerDBW(0.1, 3, 6.0);
     EXPECT_LT(signal->receivedPower_dBW, direct - 3);
