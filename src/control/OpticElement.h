@@ -76,6 +76,8 @@ public:
     // The component's load, then the handles by type, the loss tables of a system, and a
     // rebuild of the system.
     bool FromXml(CElement* element) override;
+    // The component, then the loss tables of a system under their own names.
+    bool ToXml(CElement* element, bool leaveOutExpanded) override;
     // The entry of every rebuild: reads `type`, with force discards what was built, and
     // rebuilds a system (only with force) or a part, once per position of the layout's
     // array.
@@ -218,6 +220,11 @@ public:
     // Elements by their element index.
     static std::map<int, OpticElement*> opticElementMap;
 
+    // Values of `Dimensions`.
+    static constexpr eParamNumber DIMENSIONS_1D = static_cast<eParamNumber>(3);
+    static constexpr eParamNumber DIMENSIONS_2D = static_cast<eParamNumber>(4);
+    static constexpr eParamNumber DIMENSIONS_3D = static_cast<eParamNumber>(5);
+
 private:
     // Gives each of the element's parameters of those names to the component; a parameter the
     // element lacks is left out.
@@ -226,7 +233,51 @@ private:
     template <typename T>
     T ReadOr(eParamName name, T fallback);
 
+    // Empties the twelve vectors of handles.
+    void ClearHandles();
+    // "prefix" with the lowest number from 0 that no child's name uses.
+    std::string NextFreeName(const std::string& prefix);
+    // Takes the face out of its volumes, its handle and the tree, destroying it.
+    bool RemoveInterface(Interface* face);
+    // RemoveInterface on every interface child; the structures forget their face handles.
+    void RemoveInterfaces();
+    // Removes every volume child and forgets the handles.
+    void RemoveVolumes();
+    // Removes the children of the kinds a part builds and forgets their handles.
+    void RemovePartChildren();
+    // Moves the object along its wayline, if it is on one.
+    bool MoveOnWayline(Component* object, double time);
+    static FreqResponseArray* ReplaceResponse(FreqResponseArray*& table);
+    // Makes the volume that surrounds every scene, when none is alive, and owns it.
+    Volume* SurroundingVolume();
+    // Deletes the surrounding volume this element made.
+    void ReleaseSurroundingVolume();
+    // Links every interface and source to the volume named by its `volume` parameters, and
+    // every volume to its medium.
+    void LinkByNames();
+    // Reads the loss tables of a system from the sub-elements of those names.
+    bool LoadResponses(CElement* element);
+    // The part kinds of RebuildPart.
+    bool RebuildSource();
+    bool RebuildMirror();
+    bool RebuildLens(bool waveguide);
+    bool RebuildObject();
+    bool RebuildDetector();
+    bool RebuildTraceVolume();
+    // A face of a part: a new interface of that name and type, the reflect and transmit
+    // settings of the element, made and placed, and joined to the volume inside (when not
+    // null) and to the surrounding volume.
+    Interface* MakePartFace(const std::string& name, eParamValue type, Volume* inside);
+    // Makes the face's children, places it and joins it to the volumes.
+    void FinishPartFace(Interface* face, Volume* inside);
+    // Sets the limits and the dimensions of a trace volume from the element's parameters.
+    void SizeTraceVolume(TraceVolume* grid);
+    // Sets the power range of a trace volume's display.
+    void SetTraceVolumePowerRange(TraceVolume* grid);
+
     eParamValue elementType = static_cast<eParamValue>(1);
+    // The volume that surrounds every scene, when this element made it.
+    Volume* surroundingVolume = nullptr;
     FreqResponseArray* wallResponse = nullptr;
     FreqResponseArray* floorResponse = nullptr;
     FreqResponseArray* ceilingResponse = nullptr;

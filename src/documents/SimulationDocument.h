@@ -88,7 +88,7 @@ private:
     // Sets the attribute to the change's value, in the file form for a multiplier.
     static bool ApplyChangeValue(CElement* element, eAttrNameId id, const std::string& value);
     // Lets the object of a changed element read it back.
-    static SimObject* ReloadChangedObject(CElement* element, eAttrNameId id);
+    static SimObject* ReloadChangedObject(SimObject* object, CElement* element, eAttrNameId id);
 
     std::string fileName;
     std::string fileDir;
