@@ -123,7 +123,7 @@ const PresetRows renderRows = {
 
 // Sources: every preset launches 1 um rays of 5 W from a 10 mm source with an
 // omnidirectional pattern; the point presets fan their rays over the angle, the planar ones
-// lay them out on a plane.
+// lay them out on a plane. "Planar" is a plane source of a single position.
 PresetRows PointSource(const char* angle, const char* count) {
     return {{PN_SRC, "point"}, {PN_LAY, "circleFull"},       {PN_ANG, angle, PU_D},
             {PN_CNT, count},   {PN_FIELDDIST, "sinusoidal"}, {PN_RPATAX, "z"}};
@@ -185,6 +185,7 @@ const sPresetFamily& SourceFamily() {
             {"PlanarCircle", PlanarSource("circleFull", "100")},
             {"PlanarLine", PlanarSource("line", "10")},
             {"PlanarCross", WithRows(PlanarSource("star", "20"), {{PN_ARMS, "5"}})},
+            {"Planar", PlanarSource("single", "1")},
         },
         {
             {PN_RENDLAY, "true"},
@@ -547,7 +548,7 @@ const std::vector<sGridGap> traceGaps = {
 const PresetRows traceVolumeRows = {
     {PN_TYP, "TraceVolume"},  {PN_RENDLAY, "true"},         {PN_RENDAX, "false"},
     {PN_RENDSCA, "false"},    {PN_COLSCA, "blue"},          {PN_TRACEDIM, "3D"},
-    {PN_TRACEREND, "0.01"},   {PN_VOLPROPMDL, "FreeSpace"}, {PN_VOLPROPEXP, "2"},
+    {PN_TRACEREND, "0.01"},   {PN_VOLPROPMDL, "FreeSpace"}, {PN_VOLPROPEXP, "2.0"},
     {PN_TRCMIN, -150, PU_DB}, {PN_SCLL, "-20", PU_DB},      {PN_SCLH, "0", PU_DB},
 };
 
