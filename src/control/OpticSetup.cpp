@@ -123,7 +123,7 @@ const PresetRows renderRows = {
 
 // Sources: every preset launches 1 um rays of 5 W from a 10 mm source with an
 // omnidirectional pattern; the point presets fan their rays over the angle, the planar ones
-// lay them out on a plane.
+// lay them out on a plane. "Planar" is a plane source of a single position.
 PresetRows PointSource(const char* angle, const char* count) {
     return {{PN_SRC, "point"}, {PN_LAY, "circleFull"},       {PN_ANG, angle, PU_D},
             {PN_CNT, count},   {PN_FIELDDIST, "sinusoidal"}, {PN_RPATAX, "z"}};
@@ -185,6 +185,7 @@ const sPresetFamily& SourceFamily() {
             {"PlanarCircle", PlanarSource("circleFull", "100")},
             {"PlanarLine", PlanarSource("line", "10")},
             {"PlanarCross", WithRows(PlanarSource("star", "20"), {{PN_ARMS, "5"}})},
+            {"Planar", PlanarSource("single", "1")},
         },
         {
             {PN_RENDLAY, "true"},
@@ -547,19 +548,22 @@ const std::vector<sGridGap> traceGaps = {
 const PresetRows traceVolumeRows = {
     {PN_TYP, "TraceVolume"},  {PN_RENDLAY, "true"},         {PN_RENDAX, "false"},
     {PN_RENDSCA, "false"},    {PN_COLSCA, "blue"},          {PN_TRACEDIM, "3D"},
-    {PN_TRACEREND, "0.01"},   {PN_VOLPROPMDL, "FreeSpace"}, {PN_VOLPROPEXP, "2"},
+    {PN_TRACEREND, "0.01"},   {PN_VOLPROPMDL, "FreeSpace"}, {PN_VOLPROPEXP, "2.0"},
     {PN_TRCMIN, -150, PU_DB}, {PN_SCLL, "-20", PU_DB},      {PN_SCLH, "0", PU_DB},
 };
 
 // The receive gain of a trace volume at a frequency in MHz, as an entry of its loss table.
-bool AddReceiveGain(FreqResponseArray* table, const char* megahertz, const char* gain) {
+bool AddReceiveGain(OpticElement* element, FreqResponseArray* table, const char* megahertz,
+                    const char* gain) {
     Parameter frequency;
     frequency.setParName(PN_FREQ);
     frequency.setValue(megahertz);
     frequency.setUnits(PU_HZ);
     frequency.setMult(PM_MEGA);
     FreqResponse* entry = table->getResponse(&frequency, true);
-    return entry != nullptr && WriteText(entry, PN_GAINRX, gain, PU_DBI, PM_NON);
+    if (entry == nullptr) return false;
+    element->AdoptResponse(entry);
+    return WriteText(entry, PN_GAINRX, gain, PU_DBI, PM_NON);
 }
 
 const std::vector<sGridGap> fdtdGaps = {
@@ -655,11 +659,14 @@ bool OpticSetup::SetupSystem(const std::string& preset, OpticElement* element) {
     const PresetRows* rows = FindPreset(family, preset);
     if (element == nullptr || rows == nullptr) return UnknownPreset(family.setupName, preset);
     Log::log(4) << "OpticSetup::SetupSystem(" << preset << ")\n";
+    // The loss tables come after every parameter, so that a system read back from its file,
+    // which loads its parameters first, has its children in the same order.
     WriteRows(element, family.common);
     WriteRows(element, *rows);
+    WriteRows(element, family.last);
     const bool filled = MakeLossTables(element);
     if (!filled) Log::log(1) << "OpticSetup::SetupSystem: the default materials are missing\n";
-    return WriteRows(element, family.last) && filled;
+    return filled;
 }
 
 bool OpticSetup::SetupFDTDVolume(const std::string& preset, OpticElement* element) {
@@ -675,5 +682,6 @@ bool OpticSetup::SetupTRACEVolume(const std::string& preset, OpticElement* eleme
     WriteText(element, PN_TRACEGAP, gap->gap, PU_M, gap->mult);
     // The receive gain per frequency is kept in the element's own loss table.
     FreqResponseArray* table = element->NewWallResponse();
-    return AddReceiveGain(table, "2400", "+2") && AddReceiveGain(table, "5000", "+4");
+    return AddReceiveGain(element, table, "2400", "+2") &&
+           AddReceiveGain(element, table, "5000", "+4");
 }

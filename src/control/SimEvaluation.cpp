@@ -139,7 +139,7 @@ bool SimEvaluation::ForEachData(Stage stage) {
 bool SimEvaluation::UpdateRayTracing() {
     NexoBase::statusLog_p.ClearLog();
     NexoBase::errorLog_p.ClearLog();
-    ClearEvaluated();
+    ClearEvaluatedResults();
     if (topData == nullptr) return true;
     PrepareEvalDocument();
     ApplyTransformation(true);
@@ -398,6 +398,16 @@ bool SimEvaluation::TraceBackTestPoints(std::vector<TestPoint*>& testPoints) {
 }
 
 bool SimEvaluation::ClearEvaluated() {
+    // The results belong to the run until it has ended.
+    if (updateThread != nullptr) {
+        NexoBase::ThreadClose(&updateThread);
+        SetRenderersActive(false);
+    }
+    ClearEvaluatedResults();
+    return true;
+}
+
+void SimEvaluation::ClearEvaluatedResults() {
     if (evalResults != nullptr) {
         SimObject* holder = evalResults->GetParent();
         if (holder == nullptr || !holder->RemoveChild(evalResults, true)) delete evalResults;
@@ -413,7 +423,6 @@ bool SimEvaluation::ClearEvaluated() {
     Volume* surrounding = Volume::GetVolumeFromId(OpticElement::resources.GetDefaultVolumeId());
     if (surrounding != nullptr) surrounding->ClearReceivedRadiation();
     radiation.clear();
-    return true;
 }
 
 bool SimEvaluation::SetTime(double time) {

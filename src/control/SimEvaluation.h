@@ -96,7 +96,8 @@ public:
     static int TestPointTaskCount(int beams, int points);
     // Marks the rays of every path that reached a point.
     bool TraceBackTestPoints(std::vector<TestPoint*>& testPoints);
-    // Forgets the results of the last run and the radiation every element received.
+    // Forgets the results of the last run and the radiation every element received. A run
+    // still going on its thread is waited for first.
     bool ClearEvaluated();
 
     // Moves to a time: objects on waylines move, and the stages of a run are requested.
@@ -159,6 +160,8 @@ private:
         Interface* minus = nullptr;
     };
 
+    // What ClearEvaluated forgets, on the thread of the run.
+    void ClearEvaluatedResults();
     // Makes the document that takes the results, or empties its results.
     void PrepareEvalDocument();
     // One stage over every data item of every document; a stop ends the walk early. The

@@ -57,6 +57,46 @@ bool InterfaceName(int id, std::string& name) {
     return true;
 }
 
+// What the catch needs to know of an interface, looked up once for each run of rays that
+// share it rather than once per ray.
+struct InterfaceLookup {
+    void Update(int newId) {
+        if (newId == id) return;
+        id = newId;
+        std::string name;
+        exists = InterfaceName(newId, name);
+        outer = exists && name == OUTER_LIMIT;
+    }
+    int id = -2;
+    bool exists = false;
+    bool outer = false;
+};
+
+// Whether p lies on the side of the start surface that the ray leaves towards. A ray whose
+// parent is gone has no normal to go by and is refused.
+bool PassesStartSide(const Ray* ray, const CoordQUICK& p, InterfaceLookup& start) {
+    if (ray->startInterfaceId == -1) return true;
+    start.Update(ray->startInterfaceId);
+    if (!start.exists) return true;
+    VectorQUICK normal(0.0, 0.0, 0.0);
+    if (!ray->getPrevNormal(normal)) normal.SetValues(0.0, 0.0, 0.0);
+    const double a = normal.Dot(ray->dir);
+    const double b = normal.Dot(p.data[0] - ray->origin.data[0], p.data[1] - ray->origin.data[1],
+                                p.data[2] - ray->origin.data[2]);
+    return a * b > 0.0;
+}
+
+// Whether p lies before the surface that ended the ray; the outer boundary is no surface.
+bool PassesEndSide(const Ray* ray, const CoordQUICK& p, InterfaceLookup& end) {
+    if (ray->endInterfaceId == -1) return true;
+    end.Update(ray->endInterfaceId);
+    if (!end.exists || end.outer) return true;
+    const double a = ray->hitNormal.Dot(ray->dir);
+    const double b = ray->hitNormal.Dot(ray->end.data[0] - p.data[0], ray->end.data[1] - p.data[1],
+                                        ray->end.data[2] - p.data[2]);
+    return a * b > 0.0;
+}
+
 }  // namespace
 
 TestPoint::TestPoint() {
@@ -225,33 +265,15 @@ bool TestPoint::RaysToPointTaskList(std::vector<PointRaysTask*>& tasks) {
     return ok;
 }
 
-bool TestPoint::PassesStartSide(const Ray* ray, const CoordQUICK& p) {
-    if (ray->startInterfaceId == -1) return true;
-    if (SimObject::GetObjectGlobally(ray->startInterfaceId) == nullptr) return true;
-    VectorQUICK normal(0.0, 0.0, 0.0);
-    if (!ray->getPrevNormal(normal)) normal.SetValues(0.0, 0.0, 0.0);
-    const double a = normal.Dot(ray->dir);
-    const double b = normal.Dot(p.data[0] - ray->origin.data[0], p.data[1] - ray->origin.data[1],
-                                p.data[2] - ray->origin.data[2]);
-    return a * b > 0.0;
-}
-
-bool TestPoint::PassesEndSide(const Ray* ray, const CoordQUICK& p) {
-    if (ray->endInterfaceId == -1) return true;
-    std::string name;
-    if (!InterfaceName(ray->endInterfaceId, name) || name == OUTER_LIMIT) return true;
-    const double a = ray->hitNormal.Dot(ray->dir);
-    const double b = ray->hitNormal.Dot(ray->end.data[0] - p.data[0], ray->end.data[1] - p.data[1],
-                                        ray->end.data[2] - p.data[2]);
-    return a * b > 0.0;
-}
-
 bool TestPoint::RaysToPoint(PointRaysTask* task) {
     if (task == nullptr || task->testPoint == nullptr) return false;
     std::vector<Ray*> kept;
+    InterfaceLookup start, end;
     for (Ray* ray : task->rays) {
         if (ray == nullptr || !ray->PointIsClose(task->point, task->catchSize)) continue;
-        if (!PassesStartSide(ray, task->point) || !PassesEndSide(ray, task->point)) continue;
+        if (!PassesStartSide(ray, task->point, start) || !PassesEndSide(ray, task->point, end)) {
+            continue;
+        }
         kept.push_back(ray);
     }
     return kept.empty() || task->testPoint->AddRays(kept);

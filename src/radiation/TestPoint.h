@@ -111,10 +111,6 @@ private:
     bool ProcessRays(BeamQUICK* beam, int first, int last, const CoordQUICK& p);
     // Distance from the ray's origin to c.
     static double DistanceFromOrigin(const Ray* ray, const CoordQUICK& c);
-    // Whether the point lies on the side of the start surface that the ray leaves towards.
-    static bool PassesStartSide(const Ray* ray, const CoordQUICK& p);
-    // Whether the point lies before the surface that ended the ray ("outerLimit" aside).
-    static bool PassesEndSide(const Ray* ray, const CoordQUICK& p);
     // Ahead of the origin and strictly closer than the ray's end.
     static bool Qualifies(const Ray* ray, const CoordQUICK& c);
     // Received power of the ray at the centre, with the extra gain.

@@ -322,13 +322,3 @@ TEST(TestPoint, FilesCarryTheGainWithOppositeSigns) {
     EXPECT_FALSE(empty->writeMaxLine(out));
     EXPECT_FALSE(point->Export(dir.File("missing/dir/rays.csv")));
 }
-
-TEST(TestPoint, ListHoldsLivePointsOnly) {
-    const size_t before = TestPoint::GetTestPointList().size();
-    auto point = PointAt(CoordQUICK(0.0, 0.0, 0.0));
-    std::vector<TestPoint*> during = TestPoint::GetTestPointList();
-    EXPECT_EQ(during.size(), before + 1);
-    EXPECT_EQ(during.back(), point.get());
-    point.reset();
-    EXPECT_EQ(TestPoint::GetTestPointList().size(), before);
-}
