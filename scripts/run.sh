@@ -34,7 +34,18 @@ fi
 mkdir -p build/run
 (cd build/run && exec "$root/build/release/LibServerMain" "-p$port") &
 server=$!
-trap 'kill "$server" 2>/dev/null || true; wait "$server" 2>/dev/null || true' EXIT
+# The server ends its loop on a signal only once its pending accept returns, so a server
+# still there after a moment is killed outright; either way by its process id.
+stop_server() {
+    kill "$server" 2>/dev/null || return 0
+    for _ in $(seq 10); do
+        kill -0 "$server" 2>/dev/null || break
+        sleep 0.1
+    done
+    kill -9 "$server" 2>/dev/null || true
+    wait "$server" 2>/dev/null || true
+}
+trap stop_server EXIT
 for _ in $(seq 100); do
     listening && break
     sleep 0.1
