@@ -340,7 +340,8 @@ bool OpticElement::FromXml(CElement* element) {
     }
     loaded = LoadResponses(element) && loaded;
     if (!loaded) Log::log(1) << "OpticElement::FromXml: " << objName << " loaded in part\n";
-    return RebuildSystem(true) && loaded;
+    // A part keeps what it loaded; a system is rebuilt from its structures and sources.
+    return (elementType != TYPE_SYSTEM || RebuildSystem(true)) && loaded;
 }
 
 bool OpticElement::ToXml(CElement* element, bool leaveOutExpanded) {
