@@ -103,6 +103,7 @@ bool SimEvaluation::GetReq(eEvalReq req) const {
 void SimEvaluation::ResetReqUpdate() { updateRequired.fill(false); }
 
 bool SimEvaluation::UpdateSim() {
+    Log::log(4) << "SimEvaluation::UpdateSim() - begin\n";
     processMutex.lock(true);
     if (GetReq(evalReqRayTracing) && !stopProcessing.Get()) UpdateRayTracing();
     if (GetReq(evalReqTraceVolumes) && !stopProcessing.Get()) UpdateTraceVolumes();
@@ -116,6 +117,7 @@ bool SimEvaluation::UpdateSim() {
     SetProgress(1.0);
     ResetReqUpdate();
     processMutex.unlock();
+    Log::log(4) << "SimEvaluation::UpdateSim() - end\n";
     return true;
 }
 
