@@ -87,6 +87,8 @@ void AddPoints(S* structure, const std::vector<Coordinates*>& points) {
 OpticElement::OpticElement() { objTypeStr = "OpticElement"; }
 
 OpticElement::~OpticElement() {
+    // Faces leave the volumes that may outlive this element, such as the surrounding one.
+    RemoveInterfaces();
     delete wallResponse;
     delete floorResponse;
     delete ceilingResponse;
@@ -404,7 +406,9 @@ bool OpticElement::RemoveTraceVolume(bool withPoints) {
     }
     TraceVolumes::clear();
     for (SimObject* child : LiveChildren()) {
-        if (auto* grid = dynamic_cast<TraceVolume*>(child)) removed = RemoveChild(grid, true);
+        if (auto* grid = dynamic_cast<TraceVolume*>(child)) {
+            removed = RemoveChild(grid, true) || removed;
+        }
     }
     if (!withPoints) return removed;
     const TestPoints points = *this;

@@ -15,6 +15,7 @@ class EMRadiation;
 class EMReceiver;
 class EMSource;
 class FDTDWrapper;
+class FreqResponse;
 class FreqResponseArray;
 class Importer;
 class Interface;
@@ -212,6 +213,9 @@ public:
     FreqResponseArray* NewWallResponse();
     FreqResponseArray* NewFloorResponse();
     FreqResponseArray* NewCeilingResponse();
+    // Makes an entry of a loss table a child that the tree owns; the entry is saved with
+    // its table, not as a child.
+    void AdoptResponse(FreqResponse* entry);
 
     // The media of the simulation and the id of the volume that surrounds every scene.
     static SimulationResources resources;

@@ -54,10 +54,17 @@ const std::vector<eParamName> kTraceVolumeDisplay = {
     PN_TRACEDIM, PN_TRACELAYHEIGHT, PN_TRACERENDERAS,
 };
 
-// The loss tables of a system, by the name of their sub-element in a file.
+// The loss tables of a system, by the name of their list in a file.
 const char* const kWallTable = "FreqResponse(walls)";
 const char* const kFloorTable = "FreqResponse(floor)";
 const char* const kCeilingTable = "FreqResponse(ceiling)";
+// A loss table is saved as a list element of this name, named after the table: the
+// table's name has brackets, which an XML element name cannot hold.
+const char* const kResponseList = "FreqResponseArray";
+
+CElement* ResponseList(CElement* element, const char* table) {
+    return element->findSubElementWithAttribute<const char*>(A_NAME, table);
+}
 
 // The presets by kind: the first index of each kind's range and its names in order.
 struct PresetRange {
@@ -333,7 +340,8 @@ bool OpticElement::FromXml(CElement* element) {
     }
     loaded = LoadResponses(element) && loaded;
     if (!loaded) Log::log(1) << "OpticElement::FromXml: " << objName << " loaded in part\n";
-    return RebuildSystem(true) && loaded;
+    // A part keeps what it loaded; a system is rebuilt from its structures and sources.
+    return (elementType != TYPE_SYSTEM || RebuildSystem(true)) && loaded;
 }
 
 bool OpticElement::ToXml(CElement* element, bool leaveOutExpanded) {
@@ -341,9 +349,11 @@ bool OpticElement::ToXml(CElement* element, bool leaveOutExpanded) {
     const std::pair<const char*, FreqResponseArray*> tables[] = {
         {kWallTable, wallResponse}, {kFloorTable, floorResponse}, {kCeilingTable, ceilingResponse}};
     for (const auto& [name, table] : tables) {
-        if (CElement* old = element->findElementp(name, false)) element->removeElement(old);
+        if (CElement* old = ResponseList(element, name)) element->removeElement(old);
         if (table == nullptr) continue;
-        CElement* list = element->findElementp(name, true);
+        auto* list = new CElement(kResponseList);
+        list->setAttribute(A_NAME, name);
+        element->addElement(list);
         for (FreqResponse* entry : *table) {
             auto* sub = new CElement();
             sub->setName("FreqResponse");
@@ -354,6 +364,11 @@ bool OpticElement::ToXml(CElement* element, bool leaveOutExpanded) {
     return true;
 }
 
+void OpticElement::AdoptResponse(FreqResponse* entry) {
+    if (GetChildWithId(entry->GetSimObjectID()) == nullptr) AddChild(entry);
+    entry->SetSaveToXML(false);
+}
+
 bool OpticElement::LoadResponses(CElement* element) {
     const std::pair<const char*, FreqResponseArray* (OpticElement::*)()> tables[] = {
         {kWallTable, &OpticElement::NewWallResponse},
@@ -361,10 +376,11 @@ bool OpticElement::LoadResponses(CElement* element) {
         {kCeilingTable, &OpticElement::NewCeilingResponse}};
     bool loaded = true;
     for (const auto& [name, make] : tables) {
-        CElement* list = element->findElementp(name, false);
+        CElement* list = ResponseList(element, name);
         if (list == nullptr) continue;
         FreqResponseArray* table = (this->*make)();
         loaded = LoadVectorByType<FreqResponse>(table, list, "FreqResponse") && loaded;
+        for (FreqResponse* entry : *table) AdoptResponse(entry);
     }
     return loaded;
 }
@@ -503,6 +519,7 @@ bool OpticElement::setLossValues(FreqResponseArray* table, int editOption) {
         const double index = std::sqrt(std::max(permittivity, 1.0));
         const double reflected = std::fabs((1.0 - index) / (1.0 + index));
         FreqResponse* entry = table->getResponse(static_cast<eParamNumber>(number), PM_MEGA, true);
+        AdoptResponse(entry);
         entry->SetQuickParameterValue(PN_REFLOSS, 20.0 * std::log10(std::max(reflected, 1e-6)),
                                       PU_DB);
         entry->SetQuickParameterValue(

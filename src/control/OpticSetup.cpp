@@ -553,14 +553,17 @@ const PresetRows traceVolumeRows = {
 };
 
 // The receive gain of a trace volume at a frequency in MHz, as an entry of its loss table.
-bool AddReceiveGain(FreqResponseArray* table, const char* megahertz, const char* gain) {
+bool AddReceiveGain(OpticElement* element, FreqResponseArray* table, const char* megahertz,
+                    const char* gain) {
     Parameter frequency;
     frequency.setParName(PN_FREQ);
     frequency.setValue(megahertz);
     frequency.setUnits(PU_HZ);
     frequency.setMult(PM_MEGA);
     FreqResponse* entry = table->getResponse(&frequency, true);
-    return entry != nullptr && WriteText(entry, PN_GAINRX, gain, PU_DBI, PM_NON);
+    if (entry == nullptr) return false;
+    element->AdoptResponse(entry);
+    return WriteText(entry, PN_GAINRX, gain, PU_DBI, PM_NON);
 }
 
 const std::vector<sGridGap> fdtdGaps = {
@@ -656,11 +659,14 @@ bool OpticSetup::SetupSystem(const std::string& preset, OpticElement* element) {
     const PresetRows* rows = FindPreset(family, preset);
     if (element == nullptr || rows == nullptr) return UnknownPreset(family.setupName, preset);
     Log::log(4) << "OpticSetup::SetupSystem(" << preset << ")\n";
+    // The loss tables come after every parameter, so that a system read back from its file,
+    // which loads its parameters first, has its children in the same order.
     WriteRows(element, family.common);
     WriteRows(element, *rows);
+    WriteRows(element, family.last);
     const bool filled = MakeLossTables(element);
     if (!filled) Log::log(1) << "OpticSetup::SetupSystem: the default materials are missing\n";
-    return WriteRows(element, family.last) && filled;
+    return filled;
 }
 
 bool OpticSetup::SetupFDTDVolume(const std::string& preset, OpticElement* element) {
@@ -676,5 +682,6 @@ bool OpticSetup::SetupTRACEVolume(const std::string& preset, OpticElement* eleme
     WriteText(element, PN_TRACEGAP, gap->gap, PU_M, gap->mult);
     // The receive gain per frequency is kept in the element's own loss table.
     FreqResponseArray* table = element->NewWallResponse();
-    return AddReceiveGain(table, "2400", "+2") && AddReceiveGain(table, "5000", "+4");
+    return AddReceiveGain(element, table, "2400", "+2") &&
+           AddReceiveGain(element, table, "5000", "+4");
 }

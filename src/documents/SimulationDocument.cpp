@@ -119,9 +119,7 @@ bool SimulationDocument::LoadDocumentToData() { return FromXml(this); }
 
 bool SimulationDocument::LoadDataToDocument(bool leaveOutExpanded) {
     clearXmlOut();
-    const bool written = ToXml(this, leaveOutExpanded);
-    setAttributeDisplayEditTextDropBox(A_NAME, true, true, true, false);
-    return written;
+    return ToXml(this, leaveOutExpanded);
 }
 
 void SimulationDocument::StampVersion() {

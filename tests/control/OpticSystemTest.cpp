@@ -239,3 +239,15 @@ TEST(OpticSystem, GeographicPointsBecomeEarthCentredPositions) {
     EXPECT_FALSE(BatchEvent::ToCoordinates({{"latitude", "1"}}, out));
     EXPECT_FALSE(BatchEvent::ToCoordinates({{"x", "1"}, {"y", "2m"}}, out));
 }
+
+TEST(OpticSystem, PresetsAreFoundByIndexAndNameAndGapsHaveNone) {
+    EXPECT_EQ(OpticElement::GetNewElementName(OpticElement::GetNewElementIndex("Building")),
+              "Building");
+    EXPECT_EQ(OpticElement::GetNewElementIndex("Point360deg"), 1);
+    EXPECT_EQ(OpticElement::GetNewElementIndex("TraceVolume - 100m"), 73);
+    EXPECT_EQ(OpticElement::GetNewElementIndex("no such preset"), -1);
+    OpticElement element;
+    element.Initialize();
+    EXPECT_FALSE(element.SetupNewElement(13, nullptr));
+    EXPECT_EQ(element.GetParameterp(PN_TYP), nullptr);
+}
