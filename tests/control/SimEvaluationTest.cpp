@@ -179,6 +179,7 @@ TEST(SimEvaluation, SystemWithoutSourcesPassesTheLoopOnce) {
 
 TEST(SimEvaluation, SourceRaysReachTheTestPointAlikeInEveryMode) {
     std::vector<double> powers;
+    std::vector<int> rays;
     for (bool threaded : {false, true}) {
         for (bool parallel : {false, true}) {
             SimEvaluation evaluation;
@@ -191,10 +192,12 @@ TEST(SimEvaluation, SourceRaysReachTheTestPointAlikeInEveryMode) {
             ASSERT_NE(point, nullptr);
             EXPECT_GT(point->GetRayCount(), 0);
             powers.push_back(point->GetPowerDB("Max RSSI"));
+            rays.push_back(point->GetRayCount());
         }
     }
     EXPECT_GT(powers.front(), -120.0);
     for (double power : powers) EXPECT_DOUBLE_EQ(power, powers.front());
+    for (int count : rays) EXPECT_EQ(count, rays.front());
 }
 
 TEST(SimEvaluation, CatchIsTiledInTwentyGroupsAtMost) {
