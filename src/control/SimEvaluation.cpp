@@ -103,6 +103,7 @@ bool SimEvaluation::GetReq(eEvalReq req) const {
 void SimEvaluation::ResetReqUpdate() { updateRequired.fill(false); }
 
 bool SimEvaluation::UpdateSim() {
+    Log::log(4) << "SimEvaluation::UpdateSim() - begin\n";
     processMutex.lock(true);
     if (GetReq(evalReqRayTracing) && !stopProcessing.Get()) UpdateRayTracing();
     if (GetReq(evalReqTraceVolumes) && !stopProcessing.Get()) UpdateTraceVolumes();
@@ -116,6 +117,7 @@ bool SimEvaluation::UpdateSim() {
     SetProgress(1.0);
     ResetReqUpdate();
     processMutex.unlock();
+    Log::log(4) << "SimEvaluation::UpdateSim() - end\n";
     return true;
 }
 
@@ -180,10 +182,10 @@ int SimEvaluation::MaxSourceTraceLimit() {
 
 void SimEvaluation::TransmitUntilSettled() {
     double pass = 0.0;
-    bool changed = true;
+    bool changed = false;
     tracePasses = 0;
     Volume* surrounding = Volume::GetVolumeFromId(OpticElement::resources.GetDefaultVolumeId());
-    while (changed && !stopProcessing.Get()) {
+    do {
         // A rough indication only: the loop does not count against the trace limit.
         SetProgress(traceLimit > 0 ? pass / traceLimit * 0.5 : 0.0);
         pass += 0.5;
@@ -197,7 +199,7 @@ void SimEvaluation::TransmitUntilSettled() {
         if (!stopProcessing.Get() && surrounding != nullptr) {
             changed = surrounding->TransmitRadiation(&radiation) || changed;
         }
-    }
+    } while (changed && !stopProcessing.Get());
 }
 
 void SimEvaluation::CollectResults() {
@@ -207,18 +209,21 @@ void SimEvaluation::CollectResults() {
     evalDocument->AddChild(evalResults);
     evalResults->SetName("evaluated data");
     long rayCount = 0;
+    auto& collected = static_cast<std::vector<EMRadiation*>&>(*evalResults);
     for (EMRadiation* radp : radiation) {
+        // A volume reports its radiation at every pass that moved it; parallel passes
+        // gather into vectors of their own, so the same radiation can come more than once.
+        if (std::find(collected.begin(), collected.end(), radp) != collected.end()) continue;
         Log::log(4) << "radp->GetBeamRaysCount() = " << radp->GetBeamRaysCount() << "\n";
         rayCount += radp->GetRayCount();
-        static_cast<std::vector<EMRadiation*>&>(*evalResults).push_back(radp);
+        collected.push_back(radp);
         // Listed under the results for saving, while the volume that received it keeps it.
         SimObject* owner = radp->GetParent();
         evalResults->AddChild(radp);
         radp->SetParent(owner);
     }
     Log::log(4) << "rayCount = " << rayCount << "\n";
-    Log::log(4) << "evalData->std::vector<EMRadiation*>::size() = "
-                << static_cast<std::vector<EMRadiation*>&>(*evalResults).size() << "\n";
+    Log::log(4) << "evalData->std::vector<EMRadiation*>::size() = " << collected.size() << "\n";
     radiation.clear();
 }
 

@@ -195,6 +195,9 @@ private:
                                     const std::string& file);
     // Takes the document out of the evaluation and deletes it, with the pointers into it.
     void DropDocument(SimulationDocument* document);
+    // Keeps the current data when a document still holds it; otherwise the first data of
+    // any document, or null. Reloading a document replaces its data objects.
+    void RefreshTopData();
     // The first results of any document, or null.
     SimulationResults* FirstResults();
     // Writes the all-rays file into the stream.

@@ -116,19 +116,28 @@ bool SimEvaluation::AddFile(const std::string& path) {
         DropDocument(document);
         return false;
     }
-    if (topData == nullptr && !DataOf(document).empty()) topData = DataOf(document).front();
+    RefreshTopData();
     return true;
+}
+
+void SimEvaluation::RefreshTopData() {
+    SimulationData* first = nullptr;
+    for (SimulationDocument* document : static_cast<Documents&>(*this)) {
+        const auto& data = DataOf(document);
+        if (std::find(data.begin(), data.end(), topData) != data.end()) return;
+        if (first == nullptr && !data.empty()) first = data.front();
+    }
+    topData = first;
 }
 
 void SimEvaluation::DropDocument(SimulationDocument* document) {
     erase(std::remove(begin(), end(), document), end());
-    const auto& data = DataOf(document);
-    if (std::find(data.begin(), data.end(), topData) != data.end()) topData = nullptr;
     if (document == evalDocument) {
         evalDocument = nullptr;
         evalResults = nullptr;
     }
     if (!RemoveChild(document, true)) delete document;
+    RefreshTopData();
 }
 
 bool SimEvaluation::RemoveFile(const std::string& path) {
@@ -174,6 +183,9 @@ bool SimEvaluation::DocumentsToData() {
     for (SimulationDocument* document : static_cast<Documents&>(*this)) {
         all = document->LoadDocumentToData() && all;
     }
+    RefreshTopData();
+    // The results were reloaded as well.
+    if (evalDocument != nullptr) evalResults = evalDocument->GetTopResults();
     return all;
 }
 

@@ -179,6 +179,7 @@ TEST(SimEvaluation, SystemWithoutSourcesPassesTheLoopOnce) {
 
 TEST(SimEvaluation, SourceRaysReachTheTestPointAlikeInEveryMode) {
     std::vector<double> powers;
+    std::vector<int> rays;
     for (bool threaded : {false, true}) {
         for (bool parallel : {false, true}) {
             SimEvaluation evaluation;
@@ -191,10 +192,12 @@ TEST(SimEvaluation, SourceRaysReachTheTestPointAlikeInEveryMode) {
             ASSERT_NE(point, nullptr);
             EXPECT_GT(point->GetRayCount(), 0);
             powers.push_back(point->GetPowerDB("Max RSSI"));
+            rays.push_back(point->GetRayCount());
         }
     }
     EXPECT_GT(powers.front(), -120.0);
     for (double power : powers) EXPECT_DOUBLE_EQ(power, powers.front());
+    for (int count : rays) EXPECT_EQ(count, rays.front());
 }
 
 TEST(SimEvaluation, CatchIsTiledInTwentyGroupsAtMost) {
@@ -352,7 +355,7 @@ TEST(SimEvaluation, DocumentsGoToFilesAndComeBack) {
     const std::string path = home.dir.File("newSys1.xml");
     {
         SimEvaluation evaluation;
-        ASSERT_NE(evaluation.GetTopData(true), nullptr);
+        ASSERT_NE(evaluation.startNewSystem(13), nullptr);
         std::vector<std::string> names;
         ASSERT_TRUE(evaluation.GetFilenames(names));
         EXPECT_EQ(names, std::vector<std::string>{path});
@@ -364,10 +367,13 @@ TEST(SimEvaluation, DocumentsGoToFilesAndComeBack) {
     EXPECT_FALSE(evaluation.ContainsFile(home.dir.File("missing.xml")));
     ASSERT_TRUE(evaluation.AddFile(path));
     EXPECT_FALSE(evaluation.AddFile(path));
-    EXPECT_NE(evaluation.GetTopData(false), nullptr);
+    ASSERT_NE(evaluation.GetSystem(), nullptr);
+    EXPECT_EQ(evaluation.GetSystem()->GetName(), "Building");
     EXPECT_NE(evaluation.GetSimDoc(path), nullptr);
-    EXPECT_TRUE(evaluation.DocumentsToData());
     EXPECT_TRUE(evaluation.DataToDocuments());
+    EXPECT_TRUE(evaluation.DocumentsToData());
+    ASSERT_NE(evaluation.GetSystem(), nullptr);
+    EXPECT_EQ(evaluation.GetSystem()->GetName(), "Building");
 
     // A document with neither data nor results goes; the loaded one stays.
     const std::string bare = home.dir.File("bare.xml");
