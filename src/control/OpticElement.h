@@ -279,7 +279,7 @@ private:
     // Sets the power range of a trace volume's display.
     void SetTraceVolumePowerRange(TraceVolume* grid);
 
-    eParamValue elementType = static_cast<eParamValue>(1);
+    eParamValue elementType = PV_EMPTY;
     // The volume that surrounds every scene, when this element made it.
     Volume* surroundingVolume = nullptr;
     FreqResponseArray* wallResponse = nullptr;

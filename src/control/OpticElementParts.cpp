@@ -11,22 +11,6 @@
 
 namespace {
 
-constexpr eParamValue TYPE_SOURCE = static_cast<eParamValue>(4);
-constexpr eParamValue TYPE_MIRROR = static_cast<eParamValue>(5);
-constexpr eParamValue TYPE_LENS = static_cast<eParamValue>(6);
-constexpr eParamValue TYPE_WAVEGUIDE = static_cast<eParamValue>(7);
-constexpr eParamValue TYPE_OBJECT = static_cast<eParamValue>(8);
-constexpr eParamValue TYPE_IMPORTER = static_cast<eParamValue>(9);
-constexpr eParamValue TYPE_DETECTOR = static_cast<eParamValue>(22);
-constexpr eParamValue TYPE_FDTDVOLUME = static_cast<eParamValue>(23);
-constexpr eParamValue TYPE_TRACEVOLUME = static_cast<eParamValue>(24);
-
-// Values of shapeSequence.
-constexpr eParamValue SEQUENCE_DCX = static_cast<eParamValue>(113);
-constexpr eParamValue SEQUENCE_DCV = static_cast<eParamValue>(114);
-constexpr eParamValue SEQUENCE_PCX = static_cast<eParamValue>(115);
-constexpr eParamValue SEQUENCE_PCV = static_cast<eParamValue>(116);
-
 // What a part's source takes from the element under the same name.
 const std::vector<eParamName> kPartSourceParameters = {
     PN_SIZ,    PN_ANG,     PN_CNT,    PN_ARMS,   PN_LMDA,    PN_WAVFRM,  PN_WAVLOP,
@@ -48,22 +32,22 @@ bool OpticElement::RebuildPart(bool force) {
     Log::log(4) << "OpticElement::RebuildPart(bool force) type " << elementType
                 << (force ? ", forced\n" : "\n");
     switch (static_cast<int>(elementType)) {
-        case TYPE_SOURCE:
+        case PV_ELEM_SOURCE:
             return RebuildSource();
-        case TYPE_MIRROR:
+        case PV_ELEM_MIRROR:
             return RebuildMirror();
-        case TYPE_LENS:
+        case PV_ELEM_LENS:
             return RebuildLens(false);
-        case TYPE_WAVEGUIDE:
+        case PV_ELEM_WAVEGUIDE:
             return RebuildLens(true);
-        case TYPE_OBJECT:
+        case PV_ELEM_OBJECT:
             return RebuildObject();
-        case TYPE_DETECTOR:
+        case PV_ELEM_DETECTOR:
             return RebuildDetector();
-        case TYPE_TRACEVOLUME:
+        case PV_ELEM_TRACEVOLUME:
             return RebuildTraceVolume();
-        case TYPE_IMPORTER:
-        case TYPE_FDTDVOLUME:
+        case PV_ELEM_IMPORTER:
+        case PV_ELEM_FDTDVOLUME:
             Log::log(2) << "OpticElement::RebuildPart: " << objName << " of type " << elementType
                         << " is not available\n";
             return false;
@@ -140,13 +124,13 @@ bool OpticElement::RebuildMirror() {
 
 bool OpticElement::RebuildLens(bool waveguide) {
     const eParamValue sequence = ReadOr(PN_SEQ, PV_EMPTY);
-    if (sequence < SEQUENCE_DCX || sequence > SEQUENCE_PCV) {
+    if (sequence < PV_SEQ_DCX || sequence > PV_SEQ_PCV) {
         Log::log(1) << "OpticElement::RebuildPart: " << objName << " has no shapeSequence\n";
         return false;
     }
     // A concave lens curves both faces the other way; a plano lens has a flat second face.
-    const double sign = sequence == SEQUENCE_DCV || sequence == SEQUENCE_PCV ? -1.0 : 1.0;
-    const bool plano = sequence == SEQUENCE_PCX || sequence == SEQUENCE_PCV;
+    const double sign = sequence == PV_SEQ_DCV || sequence == PV_SEQ_PCV ? -1.0 : 1.0;
+    const bool plano = sequence == PV_SEQ_PCX || sequence == PV_SEQ_PCV;
     const double thickness = ReadOr(PN_THICKNESS, 0.01);
     const bool stepped = waveguide && ReadOr(PN_VOLTYP, PV_VOL_HOMOGENEOUS) == PV_VOL_STEPPED;
     const int steps = stepped ? std::max(1, ReadOr(PN_VOLSTEPS, 1)) : 1;

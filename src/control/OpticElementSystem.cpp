@@ -28,7 +28,6 @@ bool OpticElement::namesSet = false;
 
 namespace {
 
-constexpr eParamValue TYPE_SYSTEM = static_cast<eParamValue>(12);
 constexpr double EARTH_RADIUS = 6371000.0;
 constexpr double DEGREES_TO_RADIANS = 0.017453292519943295;
 
@@ -135,7 +134,7 @@ bool OpticElement::QuickSetToChildren(bool force) {
     Log::log(4) << "OpticElement::QuickSetToChildren(bool force)\n";
     elementType = ReadOr(PN_TYP, elementType);
     if (force) RemoveInterfaces();
-    if (force && elementType != TYPE_SYSTEM) RemovePartChildren();
+    if (force && elementType != PV_ELEM_SYSTEM) RemovePartChildren();
 
     int positions = 1;
     if (ReadOr(PN_RPATAPP_ARRAY, false) == false) positions = GetLayoutPositionCount();
@@ -143,7 +142,7 @@ bool OpticElement::QuickSetToChildren(bool force) {
     for (int i = 0; i < positions; i++) {
         if (positions > 1) SetLayoutPosition(i);
         SetWillRender(ReadOr(PN_SHOW, true));
-        if (elementType == TYPE_SYSTEM) {
+        if (elementType == PV_ELEM_SYSTEM) {
             if (force) built = RebuildSystem(force) && built;
         } else if (IsPartKind(elementType)) {
             built = RebuildPart(force) && built;
@@ -204,7 +203,7 @@ bool OpticElement::RebuildSystem(bool force) {
         EMSource::CheckFrequency(this);
         ExpandTraceVolume(force);
     }
-    if (ReadOr(PN_SOLVTYP, PV_EMPTY) == static_cast<eParamValue>(48)) {
+    if (ReadOr(PN_SOLVTYP, PV_EMPTY) == PV_SOLVER_FDTD) {
         Log::log(2) << "OpticElement::RebuildSystem: the fdtd solver is not available\n";
     }
     return true;
@@ -339,7 +338,7 @@ bool OpticElement::FromXml(CElement* element) {
         face->SetAvailableVolumes(*static_cast<Volumes*>(this));
     }
     elementType = ReadOr(PN_TYP, elementType);
-    if (elementType == TYPE_SYSTEM) {
+    if (elementType == PV_ELEM_SYSTEM) {
         loaded = LoadVectorByType<Barrier>(this, element, "Barrier") && loaded;
         loaded = LoadVectorByType<WayLine>(this, element, "WayLine") && loaded;
         loaded = LoadVectorByType<CityPart>(this, element, "CityPart") && loaded;
@@ -347,7 +346,7 @@ bool OpticElement::FromXml(CElement* element) {
     loaded = LoadResponses(element) && loaded;
     if (!loaded) Log::log(1) << "OpticElement::FromXml: " << objName << " loaded in part\n";
     // A part keeps what it loaded; a system is rebuilt from its structures and sources.
-    return (elementType != TYPE_SYSTEM || RebuildSystem(true)) && loaded;
+    return (elementType != PV_ELEM_SYSTEM || RebuildSystem(true)) && loaded;
 }
 
 bool OpticElement::ToXml(CElement* element, bool leaveOutExpanded) {

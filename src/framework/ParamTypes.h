@@ -345,9 +345,19 @@ enum eParamName : int {
 // code refers to by name have enumerators; any other number of the table is valid too.
 enum eParamValue : int {
     PV_EMPTY = 1,                        // ""
+    PV_ELEM_SOURCE = 4,                  // element type "source"
+    PV_ELEM_MIRROR = 5,                  // "mirror"
+    PV_ELEM_LENS = 6,                    // "lens"
+    PV_ELEM_WAVEGUIDE = 7,               // "waveguide"
+    PV_ELEM_OBJECT = 8,                  // "object"
+    PV_ELEM_IMPORTER = 9,                // "importer"
+    PV_ELEM_SYSTEM = 12,                 // "system"
     PV_BUILDING = 13,                    // "building"
     PV_URBAN_CITY = 14,                  // "urban city"
     PV_SUBURBAN_CITY = 15,               // "suburban city"
+    PV_ELEM_DETECTOR = 22,               // element type "detector"
+    PV_ELEM_FDTDVOLUME = 23,             // "FDTDVolume"
+    PV_ELEM_TRACEVOLUME = 24,            // "TraceVolume"
     PV_TYPE_POINTPOINTHEIGHT = 26,       // interface type "pointPointHeight"
     PV_TYPE_POINTPOINTWIDTHHEIGHT = 27,  // "pointPointWidthHeight"
     PV_TYPE_POINTPOINTWIDTH = 28,        // "pointPointWidth"
@@ -363,6 +373,7 @@ enum eParamValue : int {
     PV_RES_VERYHIGH = 40,                // "veryHigh"
     PV_POINT = 43,                    // arrayType "point": positions are directions from one point
     PV_PLANE = 44,                    // arrayType "plane": positions are points on a plane
+    PV_SOLVER_FDTD = 48,              // solverType "fdtd"
     PV_WAVE_SIN = 51,                 // waveform "sin"
     PV_WAVE_FLAT = 52,                // waveform "flat"
     PV_ENV_FLAT = 55,                 // waveEnvelope "flat"
@@ -396,6 +407,10 @@ enum eParamValue : int {
     PV_COORD_CYLINDRICAL = 103,       // coordSystem "cylindrical"
     PV_COORD_SPHERICAL = 104,         // "spherical"
     PV_COORD_CARTESIAN = 105,         // "cartesian"
+    PV_SEQ_DCX = 113,                 // shapeSequence "DCX"
+    PV_SEQ_DCV = 114,                 // "DCV"
+    PV_SEQ_PCX = 115,                 // "PCX"
+    PV_SEQ_PCV = 116,                 // "PCV"
     PV_VOL_HOLLOW = 119,              // vlumeType "hollow"
     PV_VOL_HOMOGENEOUS = 120,         // "homogeneous"
     PV_VOL_STEPPED = 121,             // "stepped"

@@ -86,7 +86,7 @@ TEST(OpticSetupTest, ANewBuildingHasWhatARunNeeds) {
 
     eParamValue type = PV_EMPTY;
     ASSERT_TRUE(system.GetParameterValue(PN_TYP, type));
-    EXPECT_EQ(type, static_cast<eParamValue>(12));
+    EXPECT_EQ(type, PV_ELEM_SYSTEM);
     eParamValue systemType = PV_EMPTY;
     ASSERT_TRUE(system.GetParameterValue(PN_SYSTYP, systemType));
     EXPECT_EQ(systemType, PV_BUILDING);

@@ -21,14 +21,12 @@
 
 namespace {
 
-constexpr eParamValue TYPE_SYSTEM = static_cast<eParamValue>(12);
-
 // A wireless system of a building 20 by 20 metres, set up as a client would set it.
 std::unique_ptr<OpticElement> MakeSystem(eParamNumber dimensions) {
     auto system = std::make_unique<OpticElement>();
     system->Initialize();
     system->SetName("system");
-    system->SetQuickParameterValue(PN_TYP, TYPE_SYSTEM);
+    system->SetQuickParameterValue(PN_TYP, PV_ELEM_SYSTEM);
     system->SetQuickParameterValue(PN_SYSTYP, PV_BUILDING);
     system->SetQuickParameterValue(PN_TRACEDIM, dimensions);
     system->SetQuickParameterValue(PN_SYSOUT, PV_TRUE);
