@@ -145,3 +145,18 @@ TEST(EndToEnd, ClientLeavingMidRunLeavesTheServerServingTheNext) {
         EXPECT_DOUBLE_EQ(after[key].first, signal.first) << key.first << " " << key.second;
     }
 }
+
+// Under LeakSanitizer a server that leaked ends with a non-zero code at its shutdown.
+TEST(EndToEnd, TenRunsOnOneConnectionThenShutdownLeaveNothing) {
+    ServerProcess server;
+    ASSERT_TRUE(server.Start());
+    RawClient client;
+    ASSERT_TRUE(client.Connect(server.port));
+    Signals first = RunSystem(client, SmallOffice(), true, true);
+    for (int run = 1; run < 10; ++run) {
+        Signals again = RunSystem(client, SmallOffice(), run % 2 == 0, run % 3 == 0);
+        ASSERT_EQ(again.size(), first.size()) << run;
+    }
+    ASSERT_TRUE(client.Send(MSGTYPE_CONTROL, MSG_SHUTDOWN));
+    EXPECT_EQ(server.WaitExit(60), 0) << server.Stderr();
+}
