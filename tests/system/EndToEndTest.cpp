@@ -75,6 +75,16 @@ Signals RunSystem(RawClient& client, e_System_* system, bool threaded, bool para
     return ReadResult(client);
 }
 
+// Every signal of the reference comes back with the same power.
+void ExpectSamePowers(const Signals& reference, const Signals& result) {
+    ASSERT_EQ(result.size(), reference.size());
+    for (const auto& [key, signal] : reference) {
+        auto found = result.find(key);
+        ASSERT_NE(found, result.end()) << key.first << " " << key.second;
+        EXPECT_DOUBLE_EQ(found->second.first, signal.first) << key.first << " " << key.second;
+    }
+}
+
 int TotalPaths(const Signals& signals) {
     int total = 0;
     for (const auto& entry : signals) total += entry.second.second;
@@ -96,11 +106,8 @@ TEST(EndToEnd, RunsGiveSignalsAlikeThreadedOrNotParallelOrSerial) {
         EXPECT_GT(signal.first, -120) << key.first << " " << key.second;
     }
     for (auto [threaded, parallel] : {std::pair{false, true}, {true, false}, {false, false}}) {
-        Signals again = RunSystem(client, SmallOffice(), threaded, parallel);
-        ASSERT_EQ(again.size(), reference.size()) << threaded << parallel;
-        for (const auto& [key, signal] : reference) {
-            EXPECT_DOUBLE_EQ(again[key].first, signal.first) << key.first << " " << key.second;
-        }
+        SCOPED_TRACE(std::to_string(threaded) + std::to_string(parallel));
+        ExpectSamePowers(reference, RunSystem(client, SmallOffice(), threaded, parallel));
     }
 }
 
@@ -139,11 +146,7 @@ TEST(EndToEnd, ClientLeavingMidRunLeavesTheServerServingTheNext) {
     }
     RawClient second;
     ASSERT_TRUE(second.Connect(server.port));
-    Signals after = RunSystem(second, SmallOffice(), true, true);
-    ASSERT_EQ(after.size(), reference.size());
-    for (const auto& [key, signal] : reference) {
-        EXPECT_DOUBLE_EQ(after[key].first, signal.first) << key.first << " " << key.second;
-    }
+    ExpectSamePowers(reference, RunSystem(second, SmallOffice(), true, true));
 }
 
 // Under LeakSanitizer a server that leaked ends with a non-zero code at its shutdown.
@@ -154,8 +157,8 @@ TEST(EndToEnd, TenRunsOnOneConnectionThenShutdownLeaveNothing) {
     ASSERT_TRUE(client.Connect(server.port));
     Signals first = RunSystem(client, SmallOffice(), true, true);
     for (int run = 1; run < 10; ++run) {
-        Signals again = RunSystem(client, SmallOffice(), run % 2 == 0, run % 3 == 0);
-        ASSERT_EQ(again.size(), first.size()) << run;
+        SCOPED_TRACE(run);
+        ExpectSamePowers(first, RunSystem(client, SmallOffice(), run % 2 == 0, run % 3 == 0));
     }
     ASSERT_TRUE(client.Send(MSGTYPE_CONTROL, MSG_SHUTDOWN));
     EXPECT_EQ(server.WaitExit(60), 0) << server.Stderr();
